@@ -1,0 +1,73 @@
+// The one interface through which the engine shows and asks everything. The console host, the
+// Qt host and the tests' scripted host implement it; the engine never talks to a window itself.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ui/output_model.hpp"
+
+namespace quiller {
+
+enum class Severity { Fatal = 0, Warning = 1, ChooseFile = 2 };
+
+// What the user did in the error window.
+enum class ErrorChoice { Continue, EndRun, Debug };
+
+enum class MessageBoxButtons { Ok, OkCancel };
+enum class MessageBoxResult { Ok, Cancel };
+
+// The question window's request (`AskUser`): kind "text" or "yesno".
+struct Question {
+    std::string kind;
+    std::string question;
+    std::string default_answer;
+    std::string password_char;  // "*" or empty
+    std::string caption;        // "Quiller v0.1.0 Question"
+};
+
+// One debugger stop: the engine hands over what the window shows.
+struct DebugView {
+    const std::vector<std::string>* listing;  // one entry per program line, already indented
+    std::vector<std::string> variables;       // "name = value"
+    int current_line;                         // 1-based
+    std::string line_text;
+    std::string caption;
+};
+enum class DebugAction { Step, Continue, Terminate };
+
+class Host {
+public:
+    virtual ~Host() = default;
+
+    // Output window. `print` carries what one `print` statement added (the model is already
+    // updated); hosts that stream show `text` as it is.
+    virtual void output_printed(const OutputModel& model, std::string_view text) = 0;
+    // A modal pause into the output window: returns when the user pressed OK.
+    virtual void output_pause(const OutputModel& model, std::string_view message) = 0;
+    // End of run with a visible output window: show it modally with " - Program Finished".
+    virtual void output_finished(const OutputModel& model) = 0;
+
+    // Question window: returns the answer text.
+    virtual std::string ask(const Question& q) = 0;
+
+    // Error window for a warning or fatal error.
+    virtual ErrorChoice show_error(Severity severity, std::string_view title, std::string_view text) = 0;
+    // Error window in its file-choosing mode: returns the chosen script, or empty when none.
+    virtual std::string choose_script(std::string_view title, std::string_view text,
+                                      std::string_view last_script) = 0;
+
+    virtual MessageBoxResult message_box(std::string_view text, std::string_view title,
+                                         MessageBoxButtons buttons) = 0;
+
+    // Debugger: show the line and wait for the user's choice.
+    virtual DebugAction debug_stop(const DebugView& view) = 0;
+    // Hide the debugger window if it is shown.
+    virtual void debug_hide() {}
+
+    // Lets the windows process pending events (long work calls it between units).
+    virtual void process_events() {}
+};
+
+}  // namespace quiller
