@@ -10,6 +10,9 @@ namespace quiller::text {
 
 // --- Encoding -------------------------------------------------------------------------------
 
+// True when every byte is below 0x80 (such text takes the fast paths of the case functions).
+bool is_ascii(std::string_view s);
+
 // True when `bytes` is well-formed UTF-8.
 bool is_valid_utf8(std::string_view bytes);
 
@@ -36,7 +39,9 @@ std::string to_upper(std::string_view utf8);
 bool iequals(std::string_view a, std::string_view b);
 
 // Byte position of the first case-blind occurrence of `needle` in `hay` at or after byte `from`,
-// or npos. Positions are in `hay`'s own bytes, so callers can cut `hay` at them.
+// or npos. Positions are in `hay`'s own bytes, so callers can cut `hay` at them. `from` should be
+// a character boundary (bytes of a character cut in half count as ill-formed bytes). An empty
+// `needle` is found at `from`.
 std::size_t ifind(std::string_view hay, std::string_view needle, std::size_t from = 0);
 
 // --- Small operations ----------------------------------------------------------------------

@@ -27,14 +27,15 @@ struct FileStatus {
 };
 
 class FileSystem {
-public:
+  public:
     virtual ~FileSystem() = default;
     // Attributes, size and modification time; nothing when the path can't be read.
     virtual std::optional<FileStatus> status(const std::string& path) = 0;
     // True when a listing of `pattern` ("*" and "?" allowed in the last component) finds at least
     // one ordinary file (not hidden, not system, not a directory).
     virtual bool any_ordinary_file(const std::string& pattern) = 0;
-    // The whole file's bytes; nothing when it can't be opened or read (errno-style code in `error`).
+    // The whole file's bytes; nothing when it can't be opened or read (errno-style code in
+    // `error`).
     virtual std::optional<std::string> read_file(const std::string& path, int& error) = 0;
     // Appends bytes to a file, creating it; false on failure.
     virtual bool append_file(const std::string& path, std::string_view bytes) = 0;
@@ -43,7 +44,7 @@ public:
 };
 
 class Environment {
-public:
+  public:
     virtual ~Environment() = default;
     // The value of an environment variable; empty when it is not set.
     virtual std::string get(const std::string& name) = 0;
@@ -54,7 +55,7 @@ public:
 };
 
 class Clock {
-public:
+  public:
     virtual ~Clock() = default;
     // The present local date and time as a day number (days since 30 December 1899).
     virtual double now() = 0;

@@ -38,7 +38,7 @@ struct DebugView {
 enum class DebugAction { Step, Continue, Terminate };
 
 class Host {
-public:
+  public:
     virtual ~Host() = default;
 
     // Output window. `print` carries what one `print` statement added (the model is already
@@ -53,7 +53,8 @@ public:
     virtual std::string ask(const Question& q) = 0;
 
     // Error window for a warning or fatal error.
-    virtual ErrorChoice show_error(Severity severity, std::string_view title, std::string_view text) = 0;
+    virtual ErrorChoice show_error(Severity severity, std::string_view title,
+                                   std::string_view text) = 0;
     // Error window in its file-choosing mode: returns the chosen script, or empty when none.
     virtual std::string choose_script(std::string_view title, std::string_view text,
                                       std::string_view last_script) = 0;

@@ -8,7 +8,9 @@
 namespace quiller {
 
 class OutputModel {
-public:
+  public:
+    explicit OutputModel(std::string_view line_break = "\n") : line_break_(line_break) {}
+
     // `ShowOutput` without the modal part: applies clear, title and insert/append.
     void show(std::string_view title, std::string_view text, bool clear, bool insert);
 
@@ -18,12 +20,17 @@ public:
     bool visible() const { return visible_; }
     void set_visible(bool v) { visible_ = v; }
     void set_title(std::string_view t) { title_ = t; }
+    // The window's caption ("Quiller v0.1.0"; the end of a run appends " - Program Finished").
+    const std::string& caption() const { return caption_; }
+    void set_caption(std::string_view c) { caption_ = c; }
 
     // What `printtofile` writes: the title line when there is one, then the text.
     std::string file_image(std::string_view line_break) const;
 
-private:
+  private:
+    std::string line_break_;
     std::string title_;
+    std::string caption_;
     std::string text_;
     bool loaded_ = false;
     bool visible_ = false;

@@ -1,0 +1,37 @@
+// The console host: printed output on stdout, windows' texts and prompts on stderr, answers
+// from stdin.
+#pragma once
+
+#include <cstdio>
+
+#include "ui/host.hpp"
+
+namespace quiller {
+
+class ConsoleHost final : public Host {
+  public:
+    ConsoleHost(std::FILE* out, std::FILE* err, std::FILE* in);
+
+    void output_printed(const OutputModel& model, std::string_view text) override;
+    void output_pause(const OutputModel& model, std::string_view message) override;
+    void output_finished(const OutputModel& model) override;
+    std::string ask(const Question& q) override;
+    ErrorChoice show_error(Severity severity, std::string_view title,
+                           std::string_view text) override;
+    std::string choose_script(std::string_view title, std::string_view text,
+                              std::string_view last_script) override;
+    MessageBoxResult message_box(std::string_view text, std::string_view title,
+                                 MessageBoxButtons buttons) override;
+    DebugAction debug_stop(const DebugView& view) override;
+
+  private:
+    void write_err(std::string_view title, std::string_view text);
+    bool read_line(std::string& line);
+
+    std::FILE* out_;
+    std::FILE* err_;
+    std::FILE* in_;
+    bool interactive_;
+};
+
+}  // namespace quiller

@@ -1,0 +1,199 @@
+// Control flow: the line finder and the block statements. Blocks keep no stack: each statement
+// that needs its partner searches the program table, counting nesting; results are cached until
+// the table grows.
+#include "common/text.hpp"
+#include "engine/engine.hpp"
+#include "engine/failure.hpp"
+#include "engine/statements.hpp"
+#include "expr/condition.hpp"
+
+namespace quiller {
+namespace {
+
+const char* missing_text(BlockKind kind) {
+    switch (kind) {
+        case BlockKind::Repeat:
+            return "(Findline) Couldn't find 'repeat'";
+        case BlockKind::EndWhile:
+            return "(Findline) Couldn't find 'endwhile'";
+        case BlockKind::While:
+            return "(Findline) Couldn't find 'while'";
+        case BlockKind::EndIf:
+            return "(Findline) Couldn't find 'else or endif'";
+        default:
+            return "";
+    }
+}
+
+}  // namespace
+
+// Walks the table for `kind`. Named kinds (label, sub) search from `first_line` to the end.
+std::optional<int> Engine::search(BlockKind kind, std::string_view name, int start,
+                                  int first_line) {
+    const int count = program_.count();
+    auto kw = [&](int n) -> const std::string& { return program_.line(n).keyword; };
+    switch (kind) {
+        case BlockKind::Repeat:
+        case BlockKind::While: {
+            const char* opener = kind == BlockKind::Repeat ? "repeat" : "while";
+            const char* closer = kind == BlockKind::Repeat ? "until" : "endwhile";
+            int depth = 1;
+            for (int n = std::min(start, count); n >= 1; --n) {
+                if (kw(n) == closer) ++depth;
+                if (kw(n) == opener && --depth == 0) return n - 1;
+            }
+            return std::nullopt;
+        }
+        case BlockKind::EndWhile: {
+            int depth = 1;
+            for (int n = std::max(start, 1); n <= count; ++n) {
+                if (kw(n) == "while") ++depth;
+                if (kw(n) == "endwhile" && --depth == 0) return n;
+            }
+            return std::nullopt;
+        }
+        case BlockKind::EndIf: {
+            int depth = 0;
+            for (int n = std::max(start, 1); n <= count; ++n) {
+                const std::string& k = kw(n);
+                if (k == "if" || k == "ifnot") {
+                    ++depth;
+                } else if (k == "endif" || k == "else") {
+                    if (depth == 0) return n;
+                    if (k == "endif") --depth;
+                }
+            }
+            return std::nullopt;
+        }
+        case BlockKind::Goto:
+        case BlockKind::Sub: {
+            const char* keyword = kind == BlockKind::Goto ? "label" : "sub";
+            for (int n = std::max(first_line, 1); n <= count; ++n) {
+                if (kw(n) == keyword && text::to_lower(program_.line(n).arguments) == name)
+                    return n;
+            }
+            return std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<int> Engine::findline(BlockKind kind, std::string_view name, int start, bool quiet) {
+    std::string lowered = text::to_lower(name);
+    if (kind == BlockKind::Goto && !lowered.empty() && lowered.front() == ':') lowered.erase(0, 1);
+    const bool named = kind == BlockKind::Goto || kind == BlockKind::Sub;
+    if (findline_generation_ != program_.generation()) {
+        findline_cache_.clear();
+        findline_generation_ = program_.generation();
+    }
+    std::optional<int> found;
+    if (!named) {
+        const std::uint64_t key =
+            (static_cast<std::uint64_t>(kind) << 32) | static_cast<std::uint32_t>(start);
+        if (auto it = findline_cache_.find(key); it != findline_cache_.end()) return it->second;
+        found = search(kind, lowered, start, 1);
+        if (found) findline_cache_.emplace(key, *found);
+    } else {
+        found = search(kind, lowered, start, 1);
+    }
+    if (!found && !quiet) {
+        std::string message = missing_text(kind);
+        if (kind == BlockKind::Goto) message = "(Findline) Couldn't find '" + lowered + "'";
+        if (kind == BlockKind::Sub)
+            message = " (Findline): Couldn't find 'sub " + std::string(name);
+        report_error(message, Severity::Fatal);
+    }
+    return found;
+}
+
+void Engine::push_frame(std::string name, int return_line) {
+    if (static_cast<int>(call_stack_.size()) >= kMaxCallDepth) {
+        report_error("(DoPrg) More than " + std::to_string(kMaxCallDepth) + " nested calls.",
+                     Severity::Fatal, failures::out_of_stack().platform_text());
+        return;
+    }
+    call_stack_.push_back({std::move(name), "sub", return_line});
+}
+
+void Engine::return_from_sub() {
+    if (call_stack_.empty()) {
+        finished_ = true;
+        return;
+    }
+    const int return_line = call_stack_.back().return_line;
+    call_stack_.pop_back();
+    if (return_line == 0) {
+        finished_ = true;
+        return;
+    }
+    current_line_ = return_line;
+}
+
+namespace statements {
+namespace {
+
+void jump_if_found(Engine& e, std::optional<int> line) {
+    if (line) e.jump_to(*line);
+}
+
+}  // namespace
+
+void if_(Engine& e) {
+    if (!eval_boolean(e, e.slots()))
+        jump_if_found(e, e.findline(BlockKind::EndIf, {}, e.current_line() + 1, e.quiet()));
+}
+
+void ifnot(Engine& e) {
+    if (eval_boolean(e, e.slots()))
+        jump_if_found(e, e.findline(BlockKind::EndIf, {}, e.current_line() + 1, e.quiet()));
+}
+
+void else_(Engine& e) {
+    jump_if_found(e, e.findline(BlockKind::EndIf, {}, e.current_line() + 1, e.quiet()));
+}
+
+void nothing(Engine&) {}
+
+void while_(Engine& e) {
+    if (!eval_boolean(e, e.slots()))
+        jump_if_found(e, e.findline(BlockKind::EndWhile, {}, e.current_line() + 1, e.quiet()));
+}
+
+void endwhile(Engine& e) {
+    jump_if_found(e, e.findline(BlockKind::While, {}, e.current_line() - 1, e.quiet()));
+}
+
+void until(Engine& e) {
+    if (!eval_boolean(e, e.slots()))
+        jump_if_found(e, e.findline(BlockKind::Repeat, {}, e.current_line() - 1, e.quiet()));
+}
+
+void goto_(Engine& e) {
+    jump_if_found(e, e.findline(BlockKind::Goto, e.slots()[1], 0, e.quiet()));
+}
+
+void call(Engine& e) {
+    const Slots slots = e.slots();
+    e.push_frame(slots[1], e.current_line());
+    const std::optional<int> sub = e.findline(BlockKind::Sub, slots[1], 0, e.quiet());
+    if (!sub) return;
+    e.jump_to(*sub);
+    e.publish_parameters(slots, 2);
+}
+
+void endsub(Engine& e) {
+    e.return_from_sub();
+}
+
+void end(Engine& e) {
+    e.end_run(0);
+}
+
+void load(Engine& e) {
+    const Slots slots = e.slots();
+    e.read_prg(slots[1], e.current_line());
+    e.publish_parameters(slots, 2);
+}
+
+}  // namespace statements
+}  // namespace quiller

@@ -1,0 +1,143 @@
+// The script engine: start-up, the program table, variables, the interpreter loop, control flow
+// and error reporting, over one host (windows) and one platform (operating-system services).
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "engine/program.hpp"
+#include "engine/splitter.hpp"
+#include "engine/variables.hpp"
+#include "services/platform.hpp"
+#include "ui/host.hpp"
+#include "ui/output_model.hpp"
+
+namespace quiller {
+
+inline constexpr int kMaxCallDepth = 10000;
+
+#ifdef _WIN32
+inline constexpr std::string_view kLineBreak = "\r\n";
+#else
+inline constexpr std::string_view kLineBreak = "\n";
+#endif
+
+struct CallFrame {
+    std::string name;
+    std::string kind;
+    int return_line = 0;
+};
+
+// Block kinds the line finder searches for.
+enum class BlockKind { Repeat, EndWhile, While, EndIf, Goto, Sub };
+
+class Engine {
+  public:
+    Engine(Host& host, Platform& platform);
+
+    // Start-up: runs the script named on `command_line` (script file, then parameters).
+    // Returns the process exit status.
+    int run(std::string_view command_line);
+
+    // --- Services for statements and functions -------------------------------------------
+    Host& host() { return host_; }
+    Platform& platform() { return platform_; }
+    VariableTable& variables() { return variables_; }
+    OutputModel& output() { return output_; }
+    std::mt19937_64& random() { return random_; }
+    // The year dates written without one belong to (taken at start-up).
+    int current_year() const { return current_year_; }
+
+    // The one failure channel: logs, hands over to on_error, shows the error window; a fatal
+    // error ends the run (throws RunEnded).
+    void report_error(std::string_view message, Severity severity,
+                      std::string_view platform_text = {});
+
+    // The caption of the engine's windows: "Quiller v0.1.0" + suffix.
+    std::string caption(std::string_view suffix = {}) const;
+    const std::string& version() const { return version_; }
+    const std::string& script_name() const { return script_name_; }
+
+    // --- State of the statement being run -----------------------------------------------
+    Slots& slots() { return slots_; }
+    const std::string& options() const { return options_; }
+    bool has_option(std::string_view word) const {
+        return options_.find(word) != std::string::npos;
+    }
+    const std::string& keyword() const { return keyword_; }
+    const std::string& arguments() const { return arguments_; }
+    bool quiet() const { return quiet_; }
+
+    int current_line() const { return current_line_; }
+    void jump_to(int line) { current_line_ = line; }
+    const std::vector<CallFrame>& call_stack() const { return call_stack_; }
+    // Pushes a call frame; more than kMaxCallDepth frames is a fatal error.
+    void push_frame(std::string name, int return_line);
+    // `endsub`: returns to the top frame's return line; the run ends when that is 0.
+    void return_from_sub();
+
+    // The line finder. Nothing when the partner is missing (reported unless `quiet`).
+    std::optional<int> findline(BlockKind kind, std::string_view name, int start,
+                                bool quiet = false);
+
+    // Publishes slots `first`..12 as $param[first-1]$ onward with $param_count$.
+    void publish_parameters(const Slots& slots, int first);
+
+    // Loads a script file into the program table and enters its main (`load` and start-up).
+    void read_prg(const std::string& file_name, int return_line);
+
+    void end_run(int exit_status);
+    void set_debug_mode(bool on) { debug_mode_ = on; }
+    void set_error_display(bool on) { error_display_ = on; }
+
+    // Substitution of one text as the loop does it ("%" then "$"); silent skips the message box.
+    std::string substitute(std::string_view text, char delimiter, bool silent = false);
+
+  private:
+    void startup(std::string_view command_line);
+    void finish_run();
+    void do_prg();
+    void execute_line();
+    void prepare_arguments(ProgramLine& line, bool silent, std::string& out);
+    std::string statement_text(int line_number);
+    void show_unclosed_delimiter(char delimiter, std::string_view text);
+    void write_log_record(std::string_view message, Severity severity, std::string_view statement,
+                          std::string_view platform_text, std::string& window_note);
+    void hand_over_to_on_error(std::string_view message, Severity severity,
+                               std::string_view statement, std::string_view platform_text);
+    std::optional<int> search(BlockKind kind, std::string_view name, int start, int first_line);
+    void debugger_stop();
+    void prepare_line(ProgramLine& line);
+
+    Host& host_;
+    Platform& platform_;
+    std::string version_;
+    std::string script_full_;
+    std::string script_name_;
+    Program program_;
+    VariableTable variables_;
+    std::vector<CallFrame> call_stack_;
+    OutputModel output_;
+    std::mt19937_64 random_;
+    int current_line_ = 0;
+    int current_year_ = 2000;
+    bool finished_ = false;
+    bool debug_mode_ = false;
+    bool quiet_ = false;
+    bool error_display_ = true;
+    std::string chosen_script_;  // the file-choosing window's answer
+
+    Slots slots_;
+    std::string options_;
+    std::string keyword_;
+    std::string arguments_;
+    std::unordered_map<std::uint64_t, int> findline_cache_;
+    std::uint32_t findline_generation_ = 0;
+};
+
+}  // namespace quiller

@@ -1,0 +1,41 @@
+// Statements the engine runs itself: `set`, `print`, `debug`, `errorshow`, `environment`.
+#include "common/text.hpp"
+#include "engine/engine.hpp"
+#include "engine/failure.hpp"
+#include "engine/statements.hpp"
+#include "expr/set_expression.hpp"
+
+namespace quiller::statements {
+
+void set(Engine& e) {
+    const std::string value = eval_string(e, e.slots(), e.arguments());
+    VariableTable& vars = e.variables();
+    if (!vars.set(e.slots()[1], value)) throw failures::overflow();
+}
+
+void print(Engine& e) {
+    const Slots& s = e.slots();
+    e.output().show(s[2], s[1], e.has_option("clear"), e.has_option("insert"));
+    e.host().output_printed(e.output(), s[1]);
+}
+
+void debug(Engine& e) {
+    e.set_debug_mode(text::to_lower(e.slots()[1]) == "on");
+}
+
+void errorshow(Engine& e) {
+    e.set_error_display(text::to_lower(e.slots()[1]) == "on");
+}
+
+// `environment [variable]`: the operating-system family ("Windows95", "Windows NT", or empty on
+// other systems) into the named variable, "environment" when none is named.
+void environment(Engine& e) {
+    const std::string target = e.slots()[1].empty() ? std::string("environment") : e.slots()[1];
+    e.variables().set(target, e.platform().environment->os_family());
+}
+
+void not_available(Engine& e) {
+    e.report_error("(DoPrg) " + e.keyword() + " is not available yet", Severity::Warning);
+}
+
+}  // namespace quiller::statements

@@ -1,0 +1,131 @@
+// The interpreter loop: substitutes, splits and dispatches one program line after another.
+#include "common/text.hpp"
+#include "engine/engine.hpp"
+#include "engine/failure.hpp"
+#include "engine/statements.hpp"
+#include "expr/condition.hpp"
+
+namespace quiller {
+
+void Engine::do_prg() {
+    while (!finished_ && current_line_ >= 1 && current_line_ <= program_.count()) {
+        execute_line();
+        ++current_line_;
+    }
+}
+
+std::string Engine::substitute(std::string_view text, char delimiter, bool silent) {
+    SubstitutionResult r;
+    if (delimiter == '%') {
+        r = replace_references('%', text, [this](std::string_view n) {
+            return platform_.environment->get(std::string(n));
+        });
+    } else {
+        r = replace_references('$', text, [this](std::string_view n) { return variables_.get(n); });
+    }
+    if (!r.unclosed) return std::move(r.text);
+    if (!silent) show_unclosed_delimiter(delimiter, r.text);
+    return {};
+}
+
+void Engine::show_unclosed_delimiter(char delimiter, std::string_view text) {
+    const std::string d(1, delimiter);
+    std::string message = "Replace Vars - Closing delimeter not found (" + d + ")";
+    message += kLineBreak;
+    message += "Use " + d + d + " if this isn't a delimeter.";
+    message += kLineBreak;
+    message += text;
+    host_.message_box(message, "Quiller", MessageBoxButtons::OkCancel);
+}
+
+// The argument text of a line as the loop sees it: "%" references, then "$" references (for
+// `set`, only after the target's name).
+void Engine::prepare_arguments(ProgramLine& line, bool silent, std::string& out) {
+    if (!line.arguments_have_env && line.template_.closed()) {
+        if (line.set_prefix_length == 0) {
+            line.template_.expand(variables_, out);
+        } else {
+            std::string rest;
+            line.template_.expand(variables_, rest);
+            out.assign(line.arguments, 0, line.set_prefix_length);
+            out += rest;
+        }
+        return;
+    }
+    const std::string args =
+        line.arguments_have_env ? substitute(line.arguments, '%', silent) : line.arguments;
+    if (line.keyword != "set") {
+        out = substitute(args, '$', silent);
+        return;
+    }
+    const std::size_t first = args.find('$');
+    const std::size_t second = first == std::string::npos ? first : args.find('$', first + 1);
+    const std::size_t keep = second == std::string::npos ? args.size() : second + 1;
+    out = args.substr(0, keep) + substitute(std::string_view(args).substr(keep), '$', silent);
+}
+
+std::string Engine::statement_text(int line_number) {
+    if (line_number < 1 || line_number > program_.count()) return " ";
+    ProgramLine& line = program_.line(line_number);
+    std::string text = line.keyword_has_env ? substitute(line.keyword, '%', true) : line.keyword;
+    std::string args;
+    prepare_arguments(line, true, args);
+    text += ' ';
+    text += args;
+    return text;
+}
+
+void Engine::execute_line() {
+    ProgramLine& line = program_.line(current_line_);
+    int statement = line.statement;
+    if (line.keyword_has_env) {
+        keyword_ = substitute(line.keyword, '%');
+        statement = find_statement(keyword_);
+    } else {
+        keyword_ = line.keyword;
+    }
+    prepare_arguments(line, false, arguments_);
+
+    if (debug_mode_) debugger_stop();
+
+    if (keyword_ == "if" || keyword_ == "while" || keyword_ == "until") {
+        if (normalise_condition(keyword_, arguments_)) statement = find_statement(keyword_);
+    }
+    split_arguments(arguments_, keyword_ == "set", slots_, options_);
+    if (!options_.empty()) options_ = text::to_lower(options_);
+    quiet_ = options_.find("quiet") != std::string::npos;
+
+    if (statement < 0) {
+        report_error("(DoPrg) " + keyword_ + " " + slots_[1] + " " + slots_[2] +
+                         " :Unrecognized command '" + keyword_ + "'",
+                     Severity::Warning);
+        return;
+    }
+    try {
+        statement_table()[statement].run(*this);
+    } catch (const ScriptFailure& failure) {
+        const std::string message = failure.message.empty()
+                                        ? "(DoPrg) Run-time error in '" + keyword_ + "'"
+                                        : failure.message;
+        report_error(message, Severity::Warning, failure.platform_text());
+    }
+}
+
+void Engine::debugger_stop() {
+    static const std::vector<std::string> no_listing;
+    DebugView view{&no_listing, {}, current_line_, keyword_ + " " + arguments_, caption(" Debug")};
+    for (int i = 0; i < variables_.count(); ++i)
+        view.variables.push_back(variables_.name_at(i) + " = " + variables_.value_at(i));
+    switch (host_.debug_stop(view)) {
+        case DebugAction::Step:
+            break;
+        case DebugAction::Continue:
+            debug_mode_ = false;
+            host_.debug_hide();
+            break;
+        case DebugAction::Terminate:
+            end_run(0);
+    }
+}
+
+}  // namespace quiller

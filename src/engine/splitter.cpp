@@ -1,0 +1,55 @@
+#include "engine/splitter.hpp"
+
+#include "common/text.hpp"
+#include "common/value.hpp"
+
+namespace quiller {
+namespace {
+
+bool is_quote(char c) {
+    return c == '"' || c == '\'' || c == '^';
+}
+
+void quote_for_set(std::string& slot, int index, bool quoted, char delimiter) {
+    if (value::is_numeric(slot)) {
+        slot = '"' + slot + '"';
+    } else if (index == 3 && !slot.empty() &&
+               std::string_view("+-*/").find(slot) != std::string_view::npos) {
+        slot = '"' + slot + '"';
+    }
+    if (quoted) slot = delimiter + slot + delimiter;
+}
+
+}  // namespace
+
+void split_arguments(std::string_view text, bool for_set, Slots& slots, std::string& options,
+                     int limit) {
+    std::string_view t = text::trim(text);
+    options.clear();
+    int i = 1;
+    while (!t.empty() && t.front() != '{' && i < limit) {
+        const char first = t.front();
+        const bool quoted = is_quote(first);
+        std::size_t end;
+        if (quoted) {
+            t.remove_prefix(1);
+            end = t.find(first);
+            if (end == std::string_view::npos) continue;  // unclosed: the next character decides
+        } else {
+            // An unquoted word ends at a blank, or at the end of the text.
+            end = t.find(' ');
+            if (end == std::string_view::npos) end = t.size();
+        }
+        std::string& slot = slots[i];
+        slot.assign(t.substr(0, end));
+        t = end < t.size() ? text::trim(t.substr(end + 1)) : std::string_view{};
+        if (for_set) quote_for_set(slot, i, quoted, first);
+        ++i;
+    }
+    for (; i <= limit && i <= kSlotCount; ++i) slots[i].clear();
+    if (!t.empty() && t.front() == '{') {
+        if (t.size() >= 2) options.assign(t.substr(1, t.size() - 2));
+    }
+}
+
+}  // namespace quiller

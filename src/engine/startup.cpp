@@ -1,0 +1,97 @@
+// Start-up: the engine's state, the command line, the start-up variables, and the end of a run.
+#include <chrono>
+
+#include "common/text.hpp"
+#include "common/value.hpp"
+#include "engine/engine.hpp"
+#include "engine/failure.hpp"
+#include "version.hpp"
+
+namespace quiller {
+
+Engine::Engine(Host& host, Platform& platform)
+    : host_(host),
+      platform_(platform),
+      version_(std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +
+               std::to_string(kVersionRevision)) {}
+
+std::string Engine::caption(std::string_view suffix) const {
+    std::string c = "Quiller v" + version_;
+    c += suffix;
+    return c;
+}
+
+int Engine::run(std::string_view command_line) {
+    try {
+        startup(command_line);
+        do_prg();
+        finish_run();
+        return 0;
+    } catch (const RunEnded& ended) {
+        if (ended.exit_status == 0) finish_run();
+        return ended.exit_status;
+    }
+}
+
+void Engine::end_run(int exit_status) {
+    throw RunEnded{exit_status};
+}
+
+void Engine::startup(std::string_view command_line) {
+    random_.seed(static_cast<std::uint64_t>(
+        std::chrono::high_resolution_clock::now().time_since_epoch().count()));
+    host_.process_events();
+    current_year_ = value::split_date(platform_.clock->now()).year;
+
+    Slots command;
+    std::string ignored_options;
+    split_arguments(command_line, false, command, ignored_options);
+    std::string script = command[1];
+    if (script.empty()) {
+        std::string message = "You must supply a .PRG program file as the first parameter.";
+        message += kLineBreak;
+        message += kLineBreak;
+        message += "(See README.TXT for valid script commands)";
+        report_error(message, Severity::ChooseFile);
+        script = chosen_script_;
+        if (script.empty()) end_run(2);
+    }
+    if (script.find('.') == std::string::npos) script += ".prg";
+
+    const text::PathParts parts = text::split_path(script);
+    const bool drive_relative = parts.directory.empty() && script.find(':') != std::string::npos;
+    variables_.set("apppath", drive_relative ? std::string() : parts.directory);
+    std::string ver = version_;
+    std::erase(ver, '.');
+    variables_.set("ver", ver);
+    publish_parameters(command, 2);
+
+    read_prg(script, 0);
+}
+
+void Engine::publish_parameters(const Slots& slots, int first) {
+    int count = 0;
+    for (int i = first; i <= kSlotCount; ++i) {
+        if (slots[i].empty()) continue;
+        variables_.set("param[" + std::to_string(i - 1) + "]", slots[i]);
+        ++count;
+    }
+    variables_.set("param_count", std::to_string(count));
+    for (int k = count + 1;; ++k) {
+        const std::string name = "param[" + std::to_string(k) + "]";
+        if (!variables_.exists(name)) break;
+        variables_.set(name, "");
+    }
+}
+
+void Engine::finish_run() {
+    if (output_.visible()) {
+        output_.set_caption(output_.caption() + " - Program Finished");
+        host_.output_finished(output_);
+        output_.set_visible(false);
+    }
+    host_.debug_hide();
+    host_.process_events();
+}
+
+}  // namespace quiller

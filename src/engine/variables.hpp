@@ -1,0 +1,49 @@
+// The variable table: global (name, value) text pairs in the order they were first set, with a
+// hash index by name. Names are stored lower case, trimmed, without their delimiters.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace quiller {
+
+inline constexpr int kMaxVariables = 32767;
+
+class VariableTable {
+  public:
+    // Sets a variable by its name as written (index notation resolved, delimiters stripped).
+    // Returns false when the table is full and the variable is new.
+    bool set(std::string_view name, std::string_view value);
+    // Reads a variable by its bare name (index notation resolved, lower-cased, not trimmed).
+    std::string get(std::string_view name, std::string_view default_value = {}) const;
+
+    // The prepared name `set` stores under, and direct access by entry for cached lookups.
+    std::string prepare_set_name(std::string_view name) const;
+    std::string prepare_get_name(std::string_view name) const;
+    int find(const std::string& prepared) const;
+    int set_prepared(const std::string& prepared, std::string_view value);  // -1 when full
+    const std::string& value_at(int index) const { return entries_[index].value; }
+    void assign_at(int index, std::string_view value) { entries_[index].value = value; }
+    bool exists(std::string_view name) const { return find(prepare_get_name(name)) >= 0; }
+
+    int count() const { return static_cast<int>(entries_.size()); }
+    const std::string& name_at(int index) const { return entries_[index].name; }
+
+    // Replaces the first "[...]" index of a name by its value when it is not numeric.
+    std::string resolve_index(std::string_view name) const;
+
+  private:
+    struct Entry {
+        std::string name;
+        std::string value;
+    };
+    std::vector<Entry> entries_;
+    std::unordered_map<std::string, int> index_;
+};
+
+// Position of the closer matching the opener at `start` (0-based), or npos.
+std::size_t matching_bracket(std::string_view text, std::size_t start, char closer);
+
+}  // namespace quiller

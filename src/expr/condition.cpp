@@ -1,0 +1,107 @@
+#include "expr/condition.hpp"
+
+#include <cmath>
+
+#include "common/text.hpp"
+#include "common/value.hpp"
+#include "engine/engine.hpp"
+
+namespace quiller {
+namespace {
+
+struct OperatorWord {
+    std::string_view symbol;
+    std::string_view word;
+};
+constexpr OperatorWord kOperators[] = {
+    {"<>", "notequal"}, {"<=", "lessthanorequal"}, {">=", "greaterthanorequal"},
+    {"=", "equal"},     {"<", "lessthan"},         {">", "greaterthan"},
+};
+
+template <typename T>
+int three_way(T a, T b) {
+    return a < b ? -1 : (b < a ? 1 : 0);
+}
+
+// 1 January 1801 stands in for an operand that is not a date.
+const double kFallbackDate = value::date_serial(1801, 1, 1);
+
+}  // namespace
+
+bool normalise_condition(std::string& command, std::string& condition) {
+    bool changed = false;
+    if (condition.size() >= 3 &&
+        text::ascii_lower(std::string_view(condition).substr(0, 3)) == "not") {
+        command += "not";
+        condition = std::string(text::trim(std::string_view(condition).substr(3)));
+        changed = true;
+    }
+    for (const OperatorWord& op : kOperators) {
+        const std::size_t p = condition.find(op.symbol);
+        if (p == std::string::npos) continue;
+        std::string rewritten(op.word);
+        rewritten += ' ';
+        rewritten.append(condition, 0, p);
+        rewritten += ' ';
+        rewritten.append(condition, p + op.symbol.size());
+        condition = std::move(rewritten);
+        break;
+    }
+    return changed;
+}
+
+int compare_operands(std::string_view a, std::string_view b, int year) {
+    const std::optional<double> date_a = value::parse_date(a, year);
+    const std::optional<double> date_b = value::parse_date(b, year);
+    if (date_a || date_b)
+        return three_way(date_a.value_or(kFallbackDate), date_b.value_or(kFallbackDate));
+
+    const bool numeric_a = value::is_numeric(a);
+    const bool numeric_b = value::is_numeric(b);
+    if (!numeric_a && !numeric_b) return text::to_lower(a).compare(text::to_lower(b));
+    // A number is always less than a text (an operand that failed the number test).
+    if (numeric_a && numeric_b)
+        return three_way(value::read_leading_number(a), value::read_leading_number(b));
+    return numeric_a ? -1 : 1;
+}
+
+bool eval_boolean(Engine& engine, const Slots& words) {
+    const std::string test = text::to_lower(words[1]);
+    const std::string& a = words[2];
+    const std::string& b = words[3];
+    FileSystem& files = *engine.platform().files;
+
+    if (test == "fileexists") return !a.empty() && files.any_ordinary_file(a);
+    if (test == "direxists") {
+        const auto st = files.status(a);
+        return st && (st->attributes & kAttrDirectory);
+    }
+    if (test == "filesame") {
+        const auto s1 = files.status(a);
+        const auto s2 = files.status(b);
+        return s1 && s2 && std::llabs(s1->modified - s2->modified) < 5 && s1->size == s2->size;
+    }
+    if (test == "regkeyexists" || test == "regvalueexists" || test == "isingroup") {
+        engine.report_error("(EvalBoolean) : " + test + " is not available yet", Severity::Warning);
+        return false;
+    }
+
+    int order = 0;
+    const bool comparison = test == "equal" || test == "notequal" || test == "lessthan" ||
+                            test == "lessthanorequal" || test == "greaterthan" ||
+                            test == "greaterthanorequal";
+    if (comparison) order = compare_operands(a, b, engine.current_year());
+    if (test == "equal") return order == 0;
+    if (test == "notequal") return order != 0;
+    if (test == "lessthan") return order < 0;
+    if (test == "lessthanorequal") return order <= 0;
+    if (test == "greaterthan") return order > 0;
+    if (test == "greaterthanorequal") return order >= 0;
+
+    engine.report_error(
+        "(EvalBoolean) : " + words[1] + " " + a + " " + b + " :Unrecognized command",
+        Severity::Warning);
+    return false;
+}
+
+}  // namespace quiller
