@@ -17,7 +17,9 @@ namespace quiller::value {
 // accepted, as the platform's text-to-number conversion does. Returns the value when `s` is a
 // number, nothing otherwise.
 std::optional<double> parse_locale_number(std::string_view s);
-inline bool is_numeric(std::string_view s) { return parse_locale_number(s).has_value(); }
+inline bool is_numeric(std::string_view s) {
+    return parse_locale_number(s).has_value();
+}
 
 // Reads a number from the leading characters of `s`: leading blanks, an optional sign, digits with
 // at most one "." as decimal point, an optional exponent. Reading stops at the first character that
@@ -26,7 +28,9 @@ double read_leading_number(std::string_view s);
 
 // The general number form: up to 15 significant digits, no thousands separators, no trailing
 // zeros, "." as decimal point, no leading blank; whole numbers have no decimal part; very large or
-// small magnitudes use the exponent form ("1E+20", "1E-05").
+// small magnitudes use the exponent form ("1E+20", "1E-05"). Callers report infinities and NaN
+// as arithmetic errors before formatting; should one get here it is written "Infinity",
+// "-Infinity" or "NaN".
 std::string format_general_number(double v);
 
 // --- Dates ---------------------------------------------------------------------------------
@@ -35,9 +39,12 @@ std::string format_general_number(double v);
 // accepts with en-US settings (12/31/2001, 12-31-01, 2001-12-25, Dec 31 2001, 31 December 2001,
 // 10:30, 10:30 PM, 1.5, and a date plus a time). Returns the day number, or nothing when `s` is
 // not a date. Dates written without a year take the current year (from `current_year`).
+// Two-digit years 00-49 are 2000-2049, 50-99 are 1950-1999.
 std::optional<double> parse_date(std::string_view s, int current_year);
 
-// Day number of a calendar date (proleptic Gregorian; valid for years 100 to 9999).
+// Day number of a calendar date (proleptic Gregorian; valid for years 100 to 9999). Months
+// outside 1..12 roll over into the neighbouring years and days outside the month into the
+// neighbouring months, as the DateSerial function of the platform's languages does.
 double date_serial(int year, int month, int day);
 
 // Time of day as a fraction of a day.
@@ -46,7 +53,9 @@ double time_serial(int hour, int minute, int second);
 struct DateParts {
     int year, month, day, hour, minute, second, weekday;  // weekday: 1 = Sunday .. 7 = Saturday
 };
-// Calendar parts of a day number (time rounded to the nearest second).
+// Calendar parts of a day number (time rounded to the nearest second). Before 30 December 1899
+// the integer part gives the day and the fraction, whatever its sign, the time after midnight
+// (-1.25 is 29 December 1899, 6:00).
 DateParts split_date(double serial);
 
 // The "General Date" form: "M/d/yyyy h:mm:ss AM/PM"; the date part alone when there is no time,

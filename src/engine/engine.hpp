@@ -74,6 +74,7 @@ class Engine {
     bool quiet() const { return quiet_; }
 
     int current_line() const { return current_line_; }
+    ProgramLine& current_program_line() { return program_.line(current_line_); }
     void jump_to(int line) { current_line_ = line; }
     const std::vector<CallFrame>& call_stack() const { return call_stack_; }
     // Pushes a call frame; more than kMaxCallDepth frames is a fatal error.

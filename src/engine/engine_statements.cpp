@@ -7,10 +7,22 @@
 
 namespace quiller::statements {
 
+// The target's table entry is remembered per line, so a loop's assignment is a plain store.
 void set(Engine& e) {
-    const std::string value = eval_string(e, e.slots(), e.arguments());
+    ProgramLine& line = e.current_program_line();
+    std::string value = eval_string(e, e.slots(), e.arguments());
     VariableTable& vars = e.variables();
-    if (!vars.set(e.slots()[1], value)) throw failures::overflow();
+    const std::string& target = e.slots()[1];
+    if (line.cached_target_index >= 0 && target == line.cached_target) {
+        vars.assign_at(line.cached_target_index, value);
+        return;
+    }
+    const int entry = vars.set_prepared(vars.prepare_set_name(target), value);
+    if (entry < 0) throw failures::overflow();
+    if (target.find('[') == std::string::npos) {
+        line.cached_target = target;
+        line.cached_target_index = entry;
+    }
 }
 
 void print(Engine& e) {

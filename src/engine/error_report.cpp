@@ -32,13 +32,14 @@ void Engine::report_error(std::string_view message, Severity severity,
         return;
     }
 
-    std::string statement = current_line_ > 0 ? statement_text(current_line_) : " ";
+    const std::string statement = current_line_ > 0 ? statement_text(current_line_) : " ";
+    const std::string sub = call_stack_.empty() ? std::string() : call_stack_.back().name;
+    const int line = current_line_;
     std::string window_note;
     write_log_record(message, severity, statement, platform_text, window_note);
     hand_over_to_on_error(message, severity, statement, platform_text);
 
     if (error_display_ && !(keyword_ == "md" && quiet_)) {
-        const std::string sub = call_stack_.empty() ? std::string() : call_stack_.back().name;
         std::string text;
         if (!window_note.empty()) {
             text = window_note;
@@ -47,7 +48,7 @@ void Engine::report_error(std::string_view message, Severity severity,
             text += kLineBreak;
             text += "Sub=" + sub;
             text += kLineBreak;
-            text += "Line " + std::to_string(current_line_) + "= " + statement;
+            text += "Line " + std::to_string(line) + "= " + statement;
             text += kLineBreak;
             text += "From Quiller : ";
             text += message;
@@ -114,6 +115,7 @@ void Engine::hand_over_to_on_error(std::string_view message, Severity severity,
     params[4] = statement;
     params[5] = platform_text;
     publish_parameters(params, 1);
+    variables_.set("param[4]", platform_text);  // empty when there is none, never a stale one
 }
 
 }  // namespace quiller

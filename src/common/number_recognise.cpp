@@ -1,0 +1,132 @@
+// The locale-aware number test (en-US conventions): what the platform's text-to-number
+// conversion accepts, and the value it gives.
+#include <cstdint>
+
+#include "common/ascii_class.hpp"
+#include "common/decimal_digits.hpp"
+#include "common/value.hpp"
+
+namespace quiller::value {
+namespace {
+
+using detail::DecimalDigits;
+using detail::is_blank;
+using detail::is_digit;
+
+// Signs, currency sign and parentheses seen around the digits.
+struct Affixes {
+    bool plus = false;
+    bool minus = false;
+    bool currency = false;
+    bool open_paren = false;
+    bool close_paren = false;
+};
+
+// Before the digits: blanks, and at most one each of "+", "-", "$" and "(" in any order.
+const char* scan_prefix(const char* p, const char* end, Affixes& a) {
+    for (; p != end; ++p) {
+        char c = *p;
+        if (is_blank(c)) continue;
+        bool* seen = c == '+'   ? &a.plus
+                     : c == '-' ? &a.minus
+                     : c == '$' ? &a.currency
+                     : c == '(' ? &a.open_paren
+                                : nullptr;
+        if (!seen || *seen) break;
+        *seen = true;
+    }
+    return p;
+}
+
+// After the digits: blanks, a sign or currency sign not written before, ")" closing a "(".
+const char* scan_suffix(const char* p, const char* end, Affixes& a) {
+    for (; p != end; ++p) {
+        char c = *p;
+        if (is_blank(c)) continue;
+        bool* seen = c == '+'                   ? &a.plus
+                     : c == '-'                 ? &a.minus
+                     : c == '$'                 ? &a.currency
+                     : c == ')' && a.open_paren ? &a.close_paren
+                                                : nullptr;
+        if (!seen || *seen) break;
+        *seen = true;
+    }
+    return p;
+}
+
+// The exponent after "e": an optional sign and at least one digit; nullptr when malformed.
+const char* scan_exponent(const char* p, const char* end, DecimalDigits& d) {
+    if (p != end && (*p == '+' || *p == '-')) {
+        if (*p == '-') d.set_exponent_negative();
+        ++p;
+    }
+    if (p == end || !is_digit(*p)) return nullptr;
+    for (; p != end && is_digit(*p); ++p) d.add_exponent_digit(*p);
+    return p;
+}
+
+// Digits with "," group separators anywhere after the first digit, one "." and an exponent.
+// nullptr when there is no digit or the exponent is malformed.
+const char* scan_decimal(const char* p, const char* end, DecimalDigits& d) {
+    for (; p != end; ++p) {
+        char c = *p;
+        if (is_digit(c)) {
+            d.add_digit(c);
+        } else if (c == '.' && !d.in_fraction()) {
+            d.start_fraction();
+        } else if (c != ',' || !d.has_digits()) {
+            break;
+        }
+    }
+    if (!d.has_digits()) return nullptr;
+    if (p != end && (*p == 'e' || *p == 'E')) return scan_exponent(p + 1, end, d);
+    return p;
+}
+
+// "&H" (hex) or "&O" (octal) digits; the value must fit a signed 32-bit integer.
+const char* scan_radix(const char* p, const char* end, int radix, double& out) {
+    std::uint64_t v = 0;
+    const char* start = p;
+    for (; p != end; ++p) {
+        int digit = detail::hex_digit_value(*p);
+        if (digit < 0 || digit >= radix) break;
+        if (v <= INT32_MAX) v = v * radix + digit;
+    }
+    if (p == start || v > INT32_MAX) return nullptr;
+    out = static_cast<double>(v);
+    return p;
+}
+
+int radix_of_prefix(const char* p, const char* end) {
+    if (end - p < 2 || p[0] != '&') return 0;
+    char c = detail::lower(p[1]);
+    return c == 'h' ? 16 : c == 'o' ? 8 : 0;
+}
+
+}  // namespace
+
+std::optional<double> parse_locale_number(std::string_view s) {
+    const char* end = s.data() + s.size();
+    Affixes affixes;
+    const char* p = scan_prefix(s.data(), end, affixes);
+
+    double v = 0;
+    if (int radix = radix_of_prefix(p, end)) {
+        p = scan_radix(p + 2, end, radix, v);
+    } else {
+        DecimalDigits digits;
+        p = scan_decimal(p, end, digits);
+        if (!p) return std::nullopt;
+        std::optional<double> value = digits.value();
+        if (!value) return std::nullopt;
+        v = *value;
+    }
+    if (!p) return std::nullopt;
+
+    p = scan_suffix(p, end, affixes);
+    if (p != end || affixes.open_paren != affixes.close_paren) return std::nullopt;
+    bool negative = affixes.minus || affixes.close_paren;
+    return negative ? -v : v;
+}
+
+}  // namespace quiller::value

@@ -1,0 +1,123 @@
+// A host for tests: records everything the engine shows and answers from a prepared script,
+// over an in-memory platform with a fixed clock and environment.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "common/value.hpp"
+#include "engine/engine.hpp"
+#include "ui/host.hpp"
+
+namespace quiller::testing {
+
+struct ShownError {
+    Severity severity;
+    std::string title;
+    std::string text;
+};
+
+class ScriptedHost final : public Host {
+public:
+    std::vector<std::string> printed;
+    std::vector<ShownError> errors;
+    std::vector<std::string> message_boxes;
+    std::deque<std::string> answers;
+    std::deque<ErrorChoice> error_choices;
+    std::string chosen_script;
+
+    void output_printed(const OutputModel&, std::string_view text) override { printed.emplace_back(text); }
+    void output_pause(const OutputModel&, std::string_view) override {}
+    void output_finished(const OutputModel&) override {}
+    std::string ask(const Question& q) override {
+        if (answers.empty()) return q.default_answer;
+        std::string a = answers.front();
+        answers.pop_front();
+        return a;
+    }
+    ErrorChoice show_error(Severity s, std::string_view title, std::string_view text) override {
+        errors.push_back({s, std::string(title), std::string(text)});
+        if (error_choices.empty()) return ErrorChoice::Continue;
+        const ErrorChoice c = error_choices.front();
+        error_choices.pop_front();
+        return c;
+    }
+    std::string choose_script(std::string_view, std::string_view, std::string_view) override {
+        return chosen_script;
+    }
+    MessageBoxResult message_box(std::string_view text, std::string_view, MessageBoxButtons) override {
+        message_boxes.emplace_back(text);
+        return MessageBoxResult::Ok;
+    }
+    DebugAction debug_stop(const DebugView&) override { return DebugAction::Step; }
+};
+
+class MemoryFiles final : public FileSystem {
+public:
+    std::map<std::string, std::string> files;
+    std::optional<FileStatus> status(const std::string& path) override {
+        auto it = files.find(path);
+        if (it == files.end()) return std::nullopt;
+        return FileStatus{kAttrArchive, static_cast<std::int64_t>(it->second.size()), 0};
+    }
+    bool any_ordinary_file(const std::string& pattern) override { return files.count(pattern) > 0; }
+    std::optional<std::string> read_file(const std::string& path, int& error) override {
+        auto it = files.find(path);
+        if (it == files.end()) {
+            error = 2;
+            return std::nullopt;
+        }
+        return it->second;
+    }
+    bool append_file(const std::string& path, std::string_view bytes) override {
+        files[path] += bytes;
+        return true;
+    }
+    std::string error_text(int code) override { return "No such file or directory (" + std::to_string(code) + ")"; }
+};
+
+class FixedEnvironment final : public Environment {
+public:
+    std::map<std::string, std::string> vars{
+        {"USERDOMAIN", "CORVALE"}, {"USERNAME", "ada"}, {"COMPUTERNAME", "WS01"}};
+    std::string get(const std::string& name) override {
+        auto it = vars.find(name);
+        return it == vars.end() ? std::string() : it->second;
+    }
+    std::string temp_dir() override { return "/tmp/"; }
+    std::string os_family() override { return "Windows NT"; }
+};
+
+class FixedClock final : public Clock {
+public:
+    double serial = value::date_serial(2026, 11, 22) + value::time_serial(13, 5, 9);
+    double now() override { return serial; }
+    double monotonic_seconds() override { return 0; }
+    void sleep_ms(int) override {}
+};
+
+// One engine over the scripted host and the in-memory platform.
+struct Harness {
+    ScriptedHost host;
+    Platform platform;
+    MemoryFiles* files;
+
+    Harness() {
+        auto f = std::make_unique<MemoryFiles>();
+        files = f.get();
+        platform.files = std::move(f);
+        platform.environment = std::make_unique<FixedEnvironment>();
+        platform.clock = std::make_unique<FixedClock>();
+    }
+    // Runs `script` saved as job.prg with the given parameters; returns the exit status.
+    int run(const std::string& script, const std::string& params = {}) {
+        files->files["job.prg"] = script;
+        Engine engine(host, platform);
+        return engine.run("job.prg " + params);
+    }
+    const std::string& log() { return files->files["/tmp/ql_err.txt"]; }
+};
+
+}  // namespace quiller::testing
