@@ -25,6 +25,8 @@ class DecimalDigits {
     std::optional<double> value();
 
   private:
+    std::optional<double> fast_value() const;
+
     // 767 significant digits decide the rounding of any double; the rest only matter as to
     // whether any of them is non-zero (kept as one sticky digit).
     static constexpr int kMaxDigits = 800;

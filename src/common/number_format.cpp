@@ -13,6 +13,10 @@ std::string format_general_number(double v) {
     if (v == 0) return "0";  // also for -0: no negative zero is written
 
     char buf[32];
+    if (std::abs(v) < 1e15 && v == std::trunc(v)) {  // whole numbers: the common, fast case
+        char* end = std::to_chars(buf, buf + sizeof buf, static_cast<long long>(v)).ptr;
+        return std::string(buf, end);
+    }
     char* end = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, 15).ptr;
     for (char* p = buf; p != end; ++p) {
         if (*p == 'e') *p = 'E';

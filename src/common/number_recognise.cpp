@@ -22,32 +22,31 @@ struct Affixes {
     bool close_paren = false;
 };
 
-// Before the digits: blanks, and at most one each of "+", "-", "$" and "(" in any order.
-const char* scan_prefix(const char* p, const char* end, Affixes& a) {
-    for (; p != end; ++p) {
-        char c = *p;
-        if (is_blank(c)) continue;
-        bool* seen = c == '+'   ? &a.plus
-                     : c == '-' ? &a.minus
-                     : c == '$' ? &a.currency
-                     : c == '(' ? &a.open_paren
-                                : nullptr;
-        if (!seen || *seen) break;
-        *seen = true;
+// The flag a sign, currency sign or parenthesis sets; nullptr for any other character. "(" may
+// only open the number and ")" only close it.
+bool* affix_flag(char c, Affixes& a, bool after_digits) {
+    switch (c) {
+        case '+':
+            return &a.plus;
+        case '-':
+            return &a.minus;
+        case '$':
+            return &a.currency;
+        case '(':
+            return after_digits ? nullptr : &a.open_paren;
+        case ')':
+            return after_digits && a.open_paren ? &a.close_paren : nullptr;
+        default:
+            return nullptr;
     }
-    return p;
 }
 
-// After the digits: blanks, a sign or currency sign not written before, ")" closing a "(".
-const char* scan_suffix(const char* p, const char* end, Affixes& a) {
+// Blanks and, before or after the digits, at most one each of "+", "-", "$" and the
+// parentheses, in any order.
+const char* scan_affixes(const char* p, const char* end, Affixes& a, bool after_digits) {
     for (; p != end; ++p) {
-        char c = *p;
-        if (is_blank(c)) continue;
-        bool* seen = c == '+'                   ? &a.plus
-                     : c == '-'                 ? &a.minus
-                     : c == '$'                 ? &a.currency
-                     : c == ')' && a.open_paren ? &a.close_paren
-                                                : nullptr;
+        if (is_blank(*p)) continue;
+        bool* seen = affix_flag(*p, a, after_digits);
         if (!seen || *seen) break;
         *seen = true;
     }
@@ -108,7 +107,7 @@ int radix_of_prefix(const char* p, const char* end) {
 std::optional<double> parse_locale_number(std::string_view s) {
     const char* end = s.data() + s.size();
     Affixes affixes;
-    const char* p = scan_prefix(s.data(), end, affixes);
+    const char* p = scan_affixes(s.data(), end, affixes, false);
 
     double v = 0;
     if (int radix = radix_of_prefix(p, end)) {
@@ -123,7 +122,7 @@ std::optional<double> parse_locale_number(std::string_view s) {
     }
     if (!p) return std::nullopt;
 
-    p = scan_suffix(p, end, affixes);
+    p = scan_affixes(p, end, affixes, true);
     if (p != end || affixes.open_paren != affixes.close_paren) return std::nullopt;
     bool negative = affixes.minus || affixes.close_paren;
     return negative ? -v : v;

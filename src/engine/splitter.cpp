@@ -10,14 +10,19 @@ bool is_quote(char c) {
     return c == '"' || c == '\'' || c == '^';
 }
 
+void wrap(std::string& slot, char quote) {
+    slot.insert(slot.begin(), quote);
+    slot.push_back(quote);
+}
+
 void quote_for_set(std::string& slot, int index, bool quoted, char delimiter) {
     if (value::is_numeric(slot)) {
-        slot = '"' + slot + '"';
+        wrap(slot, '"');
     } else if (index == 3 && !slot.empty() &&
                std::string_view("+-*/").find(slot) != std::string_view::npos) {
-        slot = '"' + slot + '"';
+        wrap(slot, '"');
     }
-    if (quoted) slot = delimiter + slot + delimiter;
+    if (quoted) wrap(slot, delimiter);
 }
 
 }  // namespace

@@ -54,7 +54,8 @@ bool same_number(std::optional<double> got, const std::string& expected) {
     return got && *got == e && std::signbit(*got) == std::signbit(e);
 }
 
-// The table holds the platform's conversion as Wine implements it; these rows differ.
+// The table comes from an independent implementation of the platform's conversion; these rows
+// differ.
 const std::vector<Deviation> kNumberDeviations = {
     {59, "1e308", "1e+308",
      "the reference loses the last digit of large values (9.9999999999999981e+307, a known "
