@@ -9,58 +9,70 @@
 namespace quiller {
 namespace {
 
-// Every name of the function table. Names without a handler report that they are not
-// available yet, rather than being unknown.
-constexpr FunctionDef kFunctions[] = {
-    {"adjustmaster", nullptr},
-    {"asc", nullptr},
-    {"ask", nullptr},
-    {"password", nullptr},
-    {"askyesno", nullptr},
-    {"chr", nullptr},
-    {"connectedto", nullptr},
-    {"connectedhow", nullptr},
-    {"date", nullptr},
-    {"decode", nullptr},
-    {"encode", nullptr},
-    {"dirsize", nullptr},
-    {"diskspace", nullptr},
-    {"enumregkeys", nullptr},
-    {"enumregvalues", nullptr},
-    {"filedate", nullptr},
-    {"filesize", nullptr},
-    {"fileopen", nullptr},
-    {"fileread", nullptr},
-    {"find", nullptr},
-    {"findrev", nullptr},
-    {"getattrib", nullptr},
-    {"getnetdc", nullptr},
-    {"getnetcomputername", nullptr},
-    {"getnetcomputerdomain", nullptr},
-    {"getnetusername", nullptr},
-    {"getnetuserdomain", nullptr},
-    {"getnetipaddress", nullptr},
-    {"getnethostname", nullptr},
-    {"getmemtotal", nullptr},
-    {"getmemavail", nullptr},
-    {"gettempdir", nullptr},
-    {"gettempfile", nullptr},
-    {"lcase", nullptr},
-    {"len", nullptr},
-    {"mid", nullptr},
-    {"netuse", nullptr},
-    {"netusedel", nullptr},
-    {"random", nullptr},
-    {"readreg", nullptr},
-    {"readini", nullptr},
-    {"regvaluetype", nullptr},
-    {"replacestring", nullptr},
-    {"replacestringinfile", nullptr},
-    {"time", nullptr},
-    {"trim", nullptr},
-    {"ucase", nullptr},
-    {"word", nullptr},
+// Every name of the language's function table. A name that no group provides reports that it
+// is not available yet, rather than being unknown.
+constexpr std::string_view kAllNames[] = {
+    "adjustmaster",
+    "asc",
+    "ask",
+    "password",
+    "askyesno",
+    "chr",
+    "connectedto",
+    "connectedhow",
+    "date",
+    "decode",
+    "encode",
+    "dirsize",
+    "diskspace",
+    "enumregkeys",
+    "enumregvalues",
+    "filedate",
+    "filesize",
+    "fileopen",
+    "fileread",
+    "find",
+    "findrev",
+    "getattrib",
+    "getnetdc",
+    "getnetcomputername",
+    "getnetcomputerdomain",
+    "getnetusername",
+    "getnetuserdomain",
+    "getnetipaddress",
+    "getnethostname",
+    "getmemtotal",
+    "getmemavail",
+    "gettempdir",
+    "gettempfile",
+    "lcase",
+    "len",
+    "mid",
+    "netuse",
+    "netusedel",
+    "random",
+    "readreg",
+    "readini",
+    "regvaluetype",
+    "replacestring",
+    "replacestringinfile",
+    "time",
+    "trim",
+    "ucase",
+    "word",
 };
+
+const std::unordered_map<std::string_view, const FunctionDef*>& function_index() {
+    static const auto index = [] {
+        std::unordered_map<std::string_view, const FunctionDef*> map;
+        for (auto group : {text_functions(), date_number_functions(), file_functions(),
+                           ini_functions(), question_functions(), system_functions()}) {
+            for (const FunctionDef& f : group) map.emplace(f.name, &f);
+        }
+        return map;
+    }();
+    return index;
+}
 
 }  // namespace
 
@@ -69,14 +81,20 @@ std::string_view FunctionCall::arg(int n) const {
     return word <= kSlotCount ? text::unquote(words[word]) : std::string_view{};
 }
 
+bool FunctionCall::line_has(std::string_view word) const {
+    return text::ifind(line_text, word) != std::string_view::npos;
+}
+
 const FunctionDef* find_function(std::string_view name) {
-    static const std::unordered_map<std::string_view, const FunctionDef*> index = [] {
-        std::unordered_map<std::string_view, const FunctionDef*> map;
-        for (const FunctionDef& f : kFunctions) map.emplace(f.name, &f);
-        return map;
-    }();
+    const auto& index = function_index();
     auto it = index.find(name);
     return it == index.end() ? nullptr : it->second;
+}
+
+bool is_pending_function(std::string_view name) {
+    for (std::string_view n : kAllNames)
+        if (n == name) return true;
+    return false;
 }
 
 std::string eval_string(Engine& engine, const Slots& words, std::string_view line_text) {
@@ -85,9 +103,9 @@ std::string eval_string(Engine& engine, const Slots& words, std::string_view lin
         return eval_value_expression(words, engine.current_year());
 
     const std::string name = text::to_lower(text::trim(word2));
-    const FunctionDef* f = find_function(name);
-    if (f && f->run) return f->run(FunctionCall{engine, words, line_text});
-    if (f) {
+    if (const FunctionDef* f = find_function(name))
+        return f->run(FunctionCall{engine, words, line_text});
+    if (is_pending_function(name)) {
         engine.report_error("(EvalString) : " + name + " is not available yet", Severity::Warning);
         return {};
     }
