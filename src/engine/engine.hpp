@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "engine/file_table.hpp"
 #include "engine/program.hpp"
 #include "engine/splitter.hpp"
 #include "engine/variables.hpp"
@@ -49,6 +50,7 @@ class Engine {
     Platform& platform() { return platform_; }
     VariableTable& variables() { return variables_; }
     OutputModel& output() { return output_; }
+    FileTable& files() { return files_; }
     std::mt19937_64& random() { return random_; }
     // The year dates written without one belong to (taken at start-up).
     int current_year() const { return current_year_; }
@@ -124,6 +126,7 @@ class Engine {
     VariableTable variables_;
     std::vector<CallFrame> call_stack_;
     OutputModel output_;
+    FileTable files_;
     std::mt19937_64 random_;
     int current_line_ = 0;
     int current_year_ = 2000;

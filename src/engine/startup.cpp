@@ -29,6 +29,7 @@ int Engine::run(std::string_view command_line) {
         return 0;
     } catch (const RunEnded& ended) {
         if (ended.exit_status == 0) finish_run();
+        files_.close_all();
         return ended.exit_status;
     }
 }
@@ -85,6 +86,7 @@ void Engine::publish_parameters(const Slots& slots, int first) {
 }
 
 void Engine::finish_run() {
+    files_.close_all();
     if (output_.visible()) {
         output_.set_caption(output_.caption() + " - Program Finished");
         host_.output_finished(output_);

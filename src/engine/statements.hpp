@@ -42,6 +42,16 @@ void debug(Engine&);
 void errorshow(Engine&);
 void environment(Engine&);
 void not_available(Engine&);
+// file_statements.cpp
+void filewrite(Engine&);
+void fileclose(Engine&);
+// ini_statements.cpp
+void readinisection(Engine&);
+void writeini(Engine&);
+// output_statements.cpp
+void printtofile(Engine&);
+void printwindow(Engine&);
+void pause(Engine&);
 }  // namespace statements
 
 }  // namespace quiller

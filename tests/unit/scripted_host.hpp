@@ -20,7 +20,7 @@ struct ShownError {
 };
 
 class ScriptedHost final : public Host {
-public:
+  public:
     std::vector<std::string> printed;
     std::vector<ShownError> errors;
     std::vector<std::string> message_boxes;
@@ -28,7 +28,9 @@ public:
     std::deque<ErrorChoice> error_choices;
     std::string chosen_script;
 
-    void output_printed(const OutputModel&, std::string_view text) override { printed.emplace_back(text); }
+    void output_printed(const OutputModel&, std::string_view text) override {
+        printed.emplace_back(text);
+    }
     void output_pause(const OutputModel&, std::string_view) override {}
     void output_finished(const OutputModel&) override {}
     std::string ask(const Question& q) override {
@@ -47,7 +49,8 @@ public:
     std::string choose_script(std::string_view, std::string_view, std::string_view) override {
         return chosen_script;
     }
-    MessageBoxResult message_box(std::string_view text, std::string_view, MessageBoxButtons) override {
+    MessageBoxResult message_box(std::string_view text, std::string_view,
+                                 MessageBoxButtons) override {
         message_boxes.emplace_back(text);
         return MessageBoxResult::Ok;
     }
@@ -55,7 +58,7 @@ public:
 };
 
 class MemoryFiles final : public FileSystem {
-public:
+  public:
     std::map<std::string, std::string> files;
     std::optional<FileStatus> status(const std::string& path) override {
         auto it = files.find(path);
@@ -75,11 +78,24 @@ public:
         files[path] += bytes;
         return true;
     }
-    std::string error_text(int code) override { return "No such file or directory (" + std::to_string(code) + ")"; }
+    std::string error_text(int code) override {
+        return "No such file or directory (" + std::to_string(code) + ")";
+    }
+    std::unique_ptr<OpenFile> open(const std::string&, OpenMode, int& error) override {
+        error = 2;
+        return nullptr;
+    }
+    bool replace_file(const std::string& path, std::string_view bytes, int&) override {
+        files[path] = bytes;
+        return true;
+    }
+    std::optional<std::int64_t> tree_size(const std::string&) override { return std::nullopt; }
+    std::optional<std::int64_t> free_space(const std::string&) override { return std::nullopt; }
+    std::string temp_file_name(const std::string&, bool) override { return {}; }
 };
 
 class FixedEnvironment final : public Environment {
-public:
+  public:
     std::map<std::string, std::string> vars{
         {"USERDOMAIN", "CORVALE"}, {"USERNAME", "ada"}, {"COMPUTERNAME", "WS01"}};
     std::string get(const std::string& name) override {
@@ -88,10 +104,11 @@ public:
     }
     std::string temp_dir() override { return "/tmp/"; }
     std::string os_family() override { return "Windows NT"; }
+    MemoryStatus memory() override { return {1 << 30, 1 << 29}; }
 };
 
 class FixedClock final : public Clock {
-public:
+  public:
     double serial = value::date_serial(2026, 11, 22) + value::time_serial(13, 5, 9);
     double now() override { return serial; }
     double monotonic_seconds() override { return 0; }

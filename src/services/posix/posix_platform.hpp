@@ -15,6 +15,11 @@ class PosixFileSystem final : public FileSystem {
     std::optional<std::string> read_file(const std::string& path, int& error) override;
     bool append_file(const std::string& path, std::string_view bytes) override;
     std::string error_text(int code) override;
+    std::unique_ptr<OpenFile> open(const std::string& path, OpenMode mode, int& error) override;
+    bool replace_file(const std::string& path, std::string_view bytes, int& error) override;
+    std::optional<std::int64_t> tree_size(const std::string& directory) override;
+    std::optional<std::int64_t> free_space(const std::string& path) override;
+    std::string temp_file_name(const std::string& prefix, bool create) override;
 };
 
 class PosixEnvironment final : public Environment {
@@ -22,6 +27,7 @@ class PosixEnvironment final : public Environment {
     std::string get(const std::string& name) override;
     std::string temp_dir() override;
     std::string os_family() override { return {}; }
+    MemoryStatus memory() override;
 };
 
 class PosixClock final : public Clock {
