@@ -1,5 +1,6 @@
 #include "app/console_host.hpp"
 
+#include <termios.h>
 #include <unistd.h>
 
 namespace quiller {
@@ -42,11 +43,62 @@ void ConsoleHost::output_pause(const OutputModel&, std::string_view message) {
 
 void ConsoleHost::output_finished(const OutputModel&) {}
 
+namespace {
+
+std::string lower_ascii(std::string s) {
+    for (char& c : s)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return s;
+}
+
+// Turns the terminal's echo off while a password is typed.
+class EchoOff {
+  public:
+    explicit EchoOff(int fd) : fd_(fd) {
+        if (::tcgetattr(fd_, &saved_) != 0) return;
+        termios quiet = saved_;
+        quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        active_ = ::tcsetattr(fd_, TCSANOW, &quiet) == 0;
+    }
+    ~EchoOff() {
+        if (active_) ::tcsetattr(fd_, TCSANOW, &saved_);
+    }
+
+  private:
+    int fd_;
+    termios saved_{};
+    bool active_ = false;
+};
+
+}  // namespace
+
+// A text question takes the typed line (an empty line or the end of input: the default). A
+// yes/no question takes y, yes, n or no; an empty line or the end of input takes the default
+// button's answer ("Yes" only when the default is "yes").
 std::string ConsoleHost::ask(const Question& q) {
-    write_err(q.caption, q.question);
+    const bool yesno = q.kind == "yesno";
+    const bool default_yes = lower_ascii(q.default_answer) == "yes";
+    std::string prompt = q.question;
+    if (yesno) prompt += default_yes ? " [Y/n]" : " [y/N]";
+    write_err(q.caption, prompt);
+    const std::string fallback = yesno ? (default_yes ? "Yes" : "No") : q.default_answer;
     std::string answer;
-    if (!read_line(answer)) return q.default_answer;
-    return answer;
+    for (;;) {
+        bool got;
+        if (!q.password_char.empty() && interactive_) {
+            EchoOff echo_off(::fileno(in_));
+            got = read_line(answer);
+            std::fputc('\n', err_);
+        } else {
+            got = read_line(answer);
+        }
+        if (!got || answer.empty()) return fallback;
+        if (!yesno) return answer;
+        const std::string a = lower_ascii(answer);
+        if (a == "y" || a == "yes") return "Yes";
+        if (a == "n" || a == "no") return "No";
+        write_err({}, "Please answer yes or no.");
+    }
 }
 
 ErrorChoice ConsoleHost::show_error(Severity, std::string_view title, std::string_view text) {

@@ -1,4 +1,4 @@
-// Statements the engine runs itself: `set`, `print`, `debug`, `errorshow`, `environment`.
+// Statements the engine runs itself: `set`, `debug`, `errorshow`, `environment`.
 #include "common/text.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
@@ -23,12 +23,6 @@ void set(Engine& e) {
         line.cached_target = target;
         line.cached_target_index = entry;
     }
-}
-
-void print(Engine& e) {
-    const Slots& s = e.slots();
-    e.output().show(s[2], s[1], e.has_option("clear"), e.has_option("insert"));
-    e.host().output_printed(e.output(), s[1]);
 }
 
 void debug(Engine& e) {

@@ -8,14 +8,20 @@ namespace quiller {
 
 struct ScriptFailure {
     std::string description;  // "Division by zero"
-    int number = 0;           // 11
+    int number = 0;           // 11; 0 when `description` is the system's own "text (code)"
     std::string message;      // optional own message; the loop supplies one when empty
 
-    std::string platform_text() const { return description + " (" + std::to_string(number) + ")"; }
+    std::string platform_text() const {
+        return number == 0 ? description : description + " (" + std::to_string(number) + ")";
+    }
 };
 
 // The fixed failures of the language's own operations.
 namespace failures {
+// A failure of the operating system, with its own "text (code)".
+inline ScriptFailure system(std::string text) {
+    return {std::move(text), 0, {}};
+}
 inline ScriptFailure overflow() {
     return {"Overflow", 6, {}};
 }

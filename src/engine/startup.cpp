@@ -13,7 +13,10 @@ Engine::Engine(Host& host, Platform& platform)
     : host_(host),
       platform_(platform),
       version_(std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +
-               std::to_string(kVersionRevision)) {}
+               std::to_string(kVersionRevision)),
+      output_(kLineBreak) {
+    output_.set_caption(caption());
+}
 
 std::string Engine::caption(std::string_view suffix) const {
     std::string c = "Quiller v" + version_;

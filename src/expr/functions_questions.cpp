@@ -1,8 +1,40 @@
-// The question function group.
+// The question functions: `ask`, `password` and `askyesno`, through the host's question window.
+#include "engine/engine.hpp"
 #include "expr/functions.hpp"
 
 namespace quiller {
+namespace {
 
-std::span<const FunctionDef> question_functions() { return {}; }
+// a1 is the question, a2 the default answer.
+Question question(const FunctionCall& call, const char* kind) {
+    Question q;
+    q.kind = kind;
+    q.question = call.arg(1);
+    q.default_answer = call.arg(2);
+    q.caption = call.engine.caption(" Question");
+    return q;
+}
+
+std::string ask(const FunctionCall& call) {
+    Question q = question(call, "text");
+    if (call.line_has("password")) q.password_char = "*";
+    return call.engine.host().ask(q);
+}
+
+std::string askyesno(const FunctionCall& call) {
+    return call.engine.host().ask(question(call, "yesno"));
+}
+
+constexpr FunctionDef kQuestionFunctions[] = {
+    {"ask", ask},
+    {"password", ask},
+    {"askyesno", askyesno},
+};
+
+}  // namespace
+
+std::span<const FunctionDef> question_functions() {
+    return kQuestionFunctions;
+}
 
 }  // namespace quiller

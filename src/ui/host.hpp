@@ -48,6 +48,12 @@ class Host {
     virtual void output_pause(const OutputModel& model, std::string_view message) = 0;
     // End of run with a visible output window: show it modally with " - Program Finished".
     virtual void output_finished(const OutputModel& model) = 0;
+    // The model's caption or visibility changed (a timed pause counts down in the caption).
+    virtual void output_refresh(const OutputModel&) {}
+    // True once the user pressed OK on the output window since the last call (ends a countdown).
+    virtual bool output_dismissed() { return false; }
+    // `printwindow`: place and size the output window, in twips.
+    virtual void output_place(int /*left*/, int /*top*/, int /*width*/, int /*height*/) {}
 
     // Question window: returns the answer text.
     virtual std::string ask(const Question& q) = 0;

@@ -16,7 +16,6 @@ void OutputModel::show(std::string_view title, std::string_view text, bool clear
         text_ += separator;
         text_ += text;
     }
-    visible_ = true;
 }
 
 std::string OutputModel::file_image(std::string_view line_break) const {

@@ -11,7 +11,8 @@ class OutputModel {
   public:
     explicit OutputModel(std::string_view line_break = "\n") : line_break_(line_break) {}
 
-    // `ShowOutput` without the modal part: applies clear, title and insert/append.
+    // `ShowOutput` without showing: loads the window, applies clear, title and insert/append.
+    // Callers decide visibility (a print shows the window, a pause holds it modally).
     void show(std::string_view title, std::string_view text, bool clear, bool insert);
 
     const std::string& title() const { return title_; }

@@ -1,11 +1,96 @@
-// The output window's statements: `printtofile`, `printwindow`, `pause`.
+// The output window's statements: `print`, `printtofile`, `printwindow`, `pause`. They work on
+// the engine's output model; the host shows it.
+#include <cmath>
+
+#include "common/value.hpp"
 #include "engine/engine.hpp"
+#include "engine/failure.hpp"
 #include "engine/statements.hpp"
 
 namespace quiller::statements {
+namespace {
 
-void printtofile(Engine& e) { not_available(e); }
-void printwindow(Engine& e) { not_available(e); }
-void pause(Engine& e) { not_available(e); }
+// A whole number as the window statements convert their arguments (rounded half to even, 32-bit).
+int whole_number(std::string_view text) {
+    const std::optional<double> v = value::parse_locale_number(text);
+    if (!v) throw failures::type_mismatch();
+    const double rounded = std::nearbyint(*v);
+    if (rounded < -2147483648.0 || rounded > 2147483647.0) throw failures::overflow();
+    return static_cast<int>(rounded);
+}
+
+// The modal part of `ShowOutput`: a hidden window shows the message as its title too, and
+// returns to its former visibility afterwards.
+void show_modal(Engine& e, std::string_view message) {
+    OutputModel& out = e.output();
+    const bool was_visible = out.visible();
+    if (!was_visible) out.set_title(message);
+    out.set_visible(true);
+    e.host().output_pause(out, message);
+    out.set_visible(was_visible);
+}
+
+void timed_pause(Engine& e, std::string_view message, int seconds) {
+    OutputModel& out = e.output();
+    Clock& clock = *e.platform().clock;
+    if (!out.loaded()) {
+        out.show({}, message, false, false);
+        out.set_visible(true);
+        e.host().output_printed(out, {});
+    }
+    if (seconds < 6) {
+        if (seconds > 0) clock.sleep_ms(seconds * 1000);
+        return;
+    }
+    const std::string caption = out.caption();
+    e.host().output_dismissed();  // forget an earlier OK
+    for (int n = seconds; n >= 1; --n) {
+        out.set_caption(std::to_string(n) + " :  " + caption);
+        e.host().output_refresh(out);
+        clock.sleep_ms(1000);
+        e.host().process_events();
+        if (e.host().output_dismissed()) break;
+    }
+    out.set_caption(caption);
+    e.host().output_refresh(out);
+}
+
+}  // namespace
+
+void print(Engine& e) {
+    const Slots& s = e.slots();
+    OutputModel& out = e.output();
+    out.show(s[2], s[1], e.has_option("clear"), e.has_option("insert"));
+    out.set_visible(true);
+    e.host().output_printed(out, s[1]);
+}
+
+void printtofile(Engine& e) {
+    FileSystem& files = *e.platform().files;
+    int error = 0;
+    std::unique_ptr<OpenFile> file = files.open(e.slots()[1], OpenMode::Write, error);
+    if (!file) throw failures::system(files.error_text(error));
+    const bool ok = file->write(e.output().file_image(kLineBreak));
+    if (!file->close() || !ok) throw failures::path_access_error();
+}
+
+// `printwindow left top width height` (twips).
+void printwindow(Engine& e) {
+    const Slots& s = e.slots();
+    const int left = whole_number(s[1]);
+    const int top = whole_number(s[2]);
+    const int width = whole_number(s[3]);
+    const int height = whole_number(s[4]);
+    e.host().output_place(left, top, width, height);
+}
+
+// `pause [message] [seconds]`.
+void pause(Engine& e) {
+    const Slots& s = e.slots();
+    if (!s[2].empty()) return timed_pause(e, s[1], whole_number(s[2]));
+    const std::string message = s[1].empty() ? std::string("Press OK to continue") : s[1];
+    e.output().show({}, message, false, false);
+    show_modal(e, message);
+}
 
 }  // namespace quiller::statements
