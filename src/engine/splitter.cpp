@@ -15,14 +15,18 @@ void wrap(std::string& slot, char quote) {
     slot.push_back(quote);
 }
 
+// A quoted argument gets its own delimiter back; an unquoted number, or a lone operator sign in
+// slot 3, is wrapped in double quotes. Each argument carries one layer of quotes at most, so a
+// quoted number reads as that number.
 void quote_for_set(std::string& slot, int index, bool quoted, char delimiter) {
-    if (value::is_numeric(slot)) {
+    if (quoted) {
+        wrap(slot, delimiter);
+    } else if (value::is_numeric(slot)) {
         wrap(slot, '"');
     } else if (index == 3 && !slot.empty() &&
                std::string_view("+-*/").find(slot) != std::string_view::npos) {
         wrap(slot, '"');
     }
-    if (quoted) wrap(slot, delimiter);
 }
 
 }  // namespace

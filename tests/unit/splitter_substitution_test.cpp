@@ -58,8 +58,9 @@ TEST(Splitter, SetKeepsQuotesForTheEvaluator) {
     EXPECT_EQ(s[2], "'abc'");
     EXPECT_EQ(s[3], "x");  // not an operator sign: left alone
     EXPECT_EQ(s[4], "^d e^");
-    s = split("$x$ \"5\"", true);  // a quoted number is wrapped twice
-    EXPECT_EQ(s[2], "\"\"5\"\"");
+    s = split("$x$ \"5\" '+'", true);  // one layer of quotes at most
+    EXPECT_EQ(s[2], "\"5\"");
+    EXPECT_EQ(s[3], "'+'");
     s = split("$x$ a +-", true);  // "+-" occurs within the operator signs
     EXPECT_EQ(s[3], "\"+-\"");
 }

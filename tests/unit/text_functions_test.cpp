@@ -1,0 +1,74 @@
+// Text functions called directly, for what a script can't write: bytes that are not UTF-8,
+// keys across the whole range of the character shift, and codes too large for a whole number.
+#include <gtest/gtest.h>
+
+#include "engine/failure.hpp"
+#include "expr/functions.hpp"
+#include "scripted_host.hpp"
+
+namespace quiller::testing {
+namespace {
+
+// Calls `name` with the given (already unquoted) arguments.
+std::string call(const std::string& name, std::initializer_list<std::string> args) {
+    Harness h;
+    Engine engine(h.host, h.platform);
+    Slots words;
+    words[1] = "$r$";
+    words[2] = name;
+    int i = 3;
+    for (const std::string& a : args) words[i++] = a;
+    const FunctionDef* f = find_function(name);
+    EXPECT_NE(f, nullptr) << name;
+    return f->run(FunctionCall{engine, words, "set $r$ " + name});
+}
+
+int failure_number(const std::string& name, std::initializer_list<std::string> args) {
+    try {
+        call(name, args);
+    } catch (const ScriptFailure& f) {
+        return f.number;
+    }
+    return 0;
+}
+
+TEST(TextFunctions, AscOfAByteThatIsNotUtf8IsThatByte) {
+    EXPECT_EQ(call("asc", {"\x80x"}), "128");
+    EXPECT_EQ(call("asc", {"\xE9"}), "233");
+}
+
+TEST(TextFunctions, ChrOfZeroIsOneNulCharacter) {
+    EXPECT_EQ(call("chr", {"0"}), std::string(1, '\0'));
+    EXPECT_EQ(call("asc", {std::string(1, '\0')}), "0");
+}
+
+TEST(TextFunctions, CodesBeyondAWholeNumberOverflow) {
+    EXPECT_EQ(failure_number("chr", {"1e20"}), 6);
+    EXPECT_EQ(failure_number("chr", {"256"}), 5);
+    EXPECT_EQ(failure_number("mid", {"abc", "1", "1e12"}), 6);
+}
+
+TEST(TextFunctions, DecodeUndoesEncodeAcrossTheKeyRange) {
+    const std::string text = "Az09 zZ9aÄ€ xy";
+    for (int key = -32768; key <= 32767; key += 7) {
+        const std::string k = std::to_string(key);
+        const std::string coded = call("encode", {text, k});
+        ASSERT_EQ(coded.size(), text.size()) << key;
+        ASSERT_EQ(call("decode", {coded, k}), text) << key;
+    }
+    EXPECT_EQ(call("decode", {call("encode", {text, "-32768"}), "-32768"}), text);
+    EXPECT_EQ(call("decode", {call("encode", {text, "32767"}), "32767"}), text);
+}
+
+TEST(TextFunctions, ShiftedCharactersStayInTheirClass) {
+    const std::string coded = call("encode", {"azAZ09", "-32768"});
+    EXPECT_TRUE(coded[0] >= 'a' && coded[0] <= 'z');
+    EXPECT_TRUE(coded[1] >= 'a' && coded[1] <= 'z');
+    EXPECT_TRUE(coded[2] >= 'A' && coded[2] <= 'Z');
+    EXPECT_TRUE(coded[3] >= 'A' && coded[3] <= 'Z');
+    EXPECT_TRUE(coded[4] >= '0' && coded[4] <= '9');
+    EXPECT_TRUE(coded[5] >= '0' && coded[5] <= '9');
+}
+
+}  // namespace
+}  // namespace quiller::testing
