@@ -28,10 +28,24 @@ ScriptFailure platform_failure(Engine& e, int code) {
     return {std::move(text), code, {}};
 }
 
+// "1" to "9999" read directly: the common case of a loop over fileread.
+bool small_whole_number(std::string_view text, int& number) {
+    if (text.empty() || text.size() > 4) return false;
+    number = 0;
+    for (char c : text) {
+        if (c < '0' || c > '9') return false;
+        number = number * 10 + (c - '0');
+    }
+    return true;
+}
+
 int open_file_number(FileTable& table, std::string_view text) {
-    const auto v = value::parse_locale_number(text);
-    if (!v || !(std::fabs(*v) < 32768)) throw failures::bad_file_number();
-    const int number = static_cast<int>(std::nearbyint(*v));
+    int number = 0;
+    if (!small_whole_number(text, number)) {
+        const auto v = value::parse_locale_number(text);
+        if (!v || !(std::fabs(*v) < 32768)) throw failures::bad_file_number();
+        number = static_cast<int>(std::nearbyint(*v));
+    }
     if (!table.find(number)) throw failures::bad_file_number();
     return number;
 }

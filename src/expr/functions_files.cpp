@@ -1,8 +1,161 @@
-// The file function group.
+// The file function group: fileopen, fileread, filesize, getattrib, dirsize and
+// replacestringinfile. A missing file or a bad file number throws a ScriptFailure, which the
+// interpreter loop reports as a warning; the variable is then left unset.
+#include <cerrno>
+#include <cmath>
+
+#include "common/format.hpp"
+#include "common/text.hpp"
+#include "common/value.hpp"
+#include "engine/engine.hpp"
+#include "engine/failure.hpp"
 #include "expr/functions.hpp"
 
 namespace quiller {
+namespace {
 
-std::span<const FunctionDef> file_functions() { return {}; }
+constexpr std::string_view kEndOfFile = "(eof)";
+
+FileSystem& file_system(const FunctionCall& c) {
+    return *c.engine.platform().files;
+}
+
+// The platform's error as a failure: "text (code)" split into its two parts.
+ScriptFailure platform_failure(FileSystem& files, int code) {
+    std::string text = files.error_text(code);
+    const std::string suffix = " (" + std::to_string(code) + ")";
+    if (text.ends_with(suffix)) text.resize(text.size() - suffix.size());
+    return {std::move(text), code, {}};
+}
+
+// "1" to "9999" read directly: the common case of a loop over fileread.
+bool small_whole_number(std::string_view text, int& number) {
+    if (text.empty() || text.size() > 4) return false;
+    number = 0;
+    for (char c : text) {
+        if (c < '0' || c > '9') return false;
+        number = number * 10 + (c - '0');
+    }
+    return true;
+}
+
+// The number of an open file, from a script's text ("1", " 2 ", "3.0"). A quoted number
+// (`fileread "$f$"`) keeps one pair of quotes through the set splitter; it is taken too.
+int open_file_number(FileTable& table, std::string_view text) {
+    text = text::trim(text);
+    if (text.size() >= 2 && text.front() == '"' && text.back() == '"')
+        text = text.substr(1, text.size() - 2);
+    int number = 0;
+    if (!small_whole_number(text, number)) {
+        const auto v = value::parse_locale_number(text);
+        if (!v || !(std::fabs(*v) < 32768)) throw failures::bad_file_number();
+        number = static_cast<int>(std::nearbyint(*v));
+    }
+    if (!table.find(number)) throw failures::bad_file_number();
+    return number;
+}
+
+// A status that names an existing file (not a directory), or "File not found".
+FileStatus file_status(const FunctionCall& c, std::string_view path) {
+    const auto st = file_system(c).status(std::string(path));
+    if (!st || (st->attributes & kAttrDirectory)) throw failures::file_not_found();
+    return *st;
+}
+
+std::string whole_number(std::int64_t n) {
+    return value::format_general_number(static_cast<double>(n));
+}
+
+// a2 exactly "write" truncates; otherwise "append" anywhere in the line appends.
+std::string fileopen(const FunctionCall& c) {
+    OpenMode mode = OpenMode::Read;
+    if (c.arg(2) == "write")
+        mode = OpenMode::Write;
+    else if (c.line_has("append"))
+        mode = OpenMode::Append;
+    int error = 0;
+    auto file = file_system(c).open(std::string(c.arg(1)), mode, error);
+    if (!file) {
+        if (error == ENOENT && mode == OpenMode::Read) throw failures::file_not_found();
+        if (error == EISDIR) throw failures::path_access_error();
+        throw platform_failure(file_system(c), error);
+    }
+    return std::to_string(c.engine.files().add(std::move(file), mode));
+}
+
+// Lines come back as UTF-8; a line that isn't is read as Windows-1252.
+std::string fileread(const FunctionCall& c) {
+    FileTable& table = c.engine.files();
+    const int number = open_file_number(table, c.arg(1));
+    if (table.mode(number) != OpenMode::Read) throw ScriptFailure{"Bad file mode", 54, {}};
+    if (table.at_end(number)) return std::string(kEndOfFile);
+    std::string line;
+    if (!table.find(number)->read_line(line)) {
+        table.set_at_end(number);
+        return std::string(kEndOfFile);
+    }
+    if (text::is_ascii(line) || text::is_valid_utf8(line)) return line;
+    return text::windows1252_to_utf8(line);
+}
+
+std::string filesize(const FunctionCall& c) {
+    return whole_number(file_status(c, c.arg(1)).size);
+}
+
+std::string getattrib(const FunctionCall& c) {
+    const auto st = file_system(c).status(std::string(c.arg(1)));
+    if (!st) throw failures::file_not_found();
+    std::string letters;
+    for (const auto& [bit, letter] : {std::pair{kAttrReadOnly, 'R'},
+                                      {kAttrHidden, 'H'},
+                                      {kAttrSystem, 'S'},
+                                      {kAttrArchive, 'A'},
+                                      {kAttrCompressed, 'C'}}) {
+        if (st->attributes & bit) letters += letter;
+    }
+    return letters;
+}
+
+// Kilobytes, or bytes, megabytes, gigabytes by the unit letter; empty for no directory.
+std::string dirsize(const FunctionCall& c) {
+    const std::string dir(c.arg(1));
+    const auto st = file_system(c).status(dir);
+    if (!st || !(st->attributes & kAttrDirectory)) return {};
+    const auto bytes = file_system(c).tree_size(dir);
+    if (!bytes) return {};
+    double size = static_cast<double>(*bytes) / 1024;
+    const std::string unit = text::to_upper(c.arg(2));
+    if (unit == "B") size *= 1024;
+    if (unit == "M") size /= 1024;
+    if (unit == "G") size /= 1024.0 * 1024.0;
+    return value::format_number(size, "0.0#");
+}
+
+// Case-blind, every occurrence; the count of replacements. The file is rewritten (atomically)
+// only when something was replaced. Its bytes are searched as they are, so a file in another
+// encoding keeps it.
+std::string replacestringinfile(const FunctionCall& c) {
+    const std::string path(c.arg(1));
+    file_status(c, path);
+    if (c.arg(2).empty()) return "0";
+    int error = 0;
+    auto content = file_system(c).read_file(path, error);
+    if (!content) throw platform_failure(file_system(c), error);
+    const std::size_t count = text::replace_all(*content, c.arg(2), c.arg(3));
+    if (count > 0 && !file_system(c).replace_file(path, *content, error))
+        throw platform_failure(file_system(c), error);
+    return std::to_string(count);
+}
+
+constexpr FunctionDef kRows[] = {
+    {"dirsize", dirsize},   {"filesize", filesize},   {"fileopen", fileopen},
+    {"fileread", fileread}, {"getattrib", getattrib}, {"replacestringinfile", replacestringinfile},
+};
+
+}  // namespace
+
+std::span<const FunctionDef> file_functions() {
+    return kRows;
+}
 
 }  // namespace quiller
