@@ -109,21 +109,20 @@ std::optional<double> parse_locale_number(std::string_view s) {
     Affixes affixes;
     const char* p = scan_affixes(s.data(), end, affixes, false);
 
+    // The whole text is checked before the digits are converted: most texts that are not
+    // numbers fail on a later character, and then no conversion is paid for.
     double v = 0;
-    if (int radix = radix_of_prefix(p, end)) {
-        p = scan_radix(p + 2, end, radix, v);
-    } else {
-        DecimalDigits digits;
-        p = scan_decimal(p, end, digits);
-        if (!p) return std::nullopt;
+    DecimalDigits digits;
+    const int radix = radix_of_prefix(p, end);
+    p = radix ? scan_radix(p + 2, end, radix, v) : scan_decimal(p, end, digits);
+    if (!p) return std::nullopt;
+    p = scan_affixes(p, end, affixes, true);
+    if (p != end || affixes.open_paren != affixes.close_paren) return std::nullopt;
+    if (!radix) {
         std::optional<double> value = digits.value();
         if (!value) return std::nullopt;
         v = *value;
     }
-    if (!p) return std::nullopt;
-
-    p = scan_affixes(p, end, affixes, true);
-    if (p != end || affixes.open_paren != affixes.close_paren) return std::nullopt;
     bool negative = affixes.minus || affixes.close_paren;
     return negative ? -v : v;
 }

@@ -73,5 +73,8 @@ bool starts_with_ascii_ci(std::string_view s, std::string_view prefix);
 
 // ASCII-only lower-casing, for keywords and option words.
 std::string ascii_lower(std::string_view s);
+inline char ascii_lower_char(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 }  // namespace quiller::text

@@ -26,6 +26,19 @@ int three_way(T a, T b) {
 // 1 January 1801 stands in for an operand that is not a date.
 const double kFallbackDate = value::date_serial(1801, 1, 1);
 
+// Ordinal comparison of the lower-cased texts; ASCII texts are compared in place.
+int compare_lower(std::string_view a, std::string_view b) {
+    if (!text::is_ascii(a) || !text::is_ascii(b))
+        return text::to_lower(a).compare(text::to_lower(b));
+    const std::size_t n = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < n; ++i) {
+        const char x = text::ascii_lower_char(a[i]);
+        const char y = text::ascii_lower_char(b[i]);
+        if (x != y) return static_cast<unsigned char>(x) < static_cast<unsigned char>(y) ? -1 : 1;
+    }
+    return a.size() < b.size() ? -1 : (a.size() > b.size() ? 1 : 0);
+}
+
 }  // namespace
 
 bool normalise_condition(std::string& command, std::string& condition) {
@@ -58,7 +71,7 @@ int compare_operands(std::string_view a, std::string_view b, int year) {
 
     const bool numeric_a = value::is_numeric(a);
     const bool numeric_b = value::is_numeric(b);
-    if (!numeric_a && !numeric_b) return text::to_lower(a).compare(text::to_lower(b));
+    if (!numeric_a && !numeric_b) return compare_lower(a, b);
     // A number is always less than a text (an operand that failed the number test).
     if (numeric_a && numeric_b)
         return three_way(value::read_leading_number(a), value::read_leading_number(b));
