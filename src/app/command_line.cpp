@@ -9,9 +9,7 @@ std::string join_command_line(int argc, const char* const* argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string_view arg = argv[i];
         if (!line.empty()) line += ' ';
-        const bool needs_quotes =
-            arg.empty() || arg.find(' ') != std::string_view::npos ||
-            std::string_view("\"'^{").find(arg.front()) != std::string_view::npos;
+        const bool needs_quotes = arg.empty() || arg.find(' ') != std::string_view::npos;
         if (!needs_quotes) {
             line += arg;
             continue;

@@ -1,12 +1,28 @@
 #include "app/console_host.hpp"
 
+#ifdef _WIN32
+#include <io.h>
+#include <windows.h>
+#else
 #include <termios.h>
 #include <unistd.h>
+#endif
 
 namespace quiller {
+namespace {
+
+bool is_terminal(std::FILE* f) {
+#ifdef _WIN32
+    return ::_isatty(::_fileno(f)) != 0;
+#else
+    return ::isatty(::fileno(f)) != 0;
+#endif
+}
+
+}  // namespace
 
 ConsoleHost::ConsoleHost(std::FILE* out, std::FILE* err, std::FILE* in)
-    : out_(out), err_(err), in_(in), interactive_(::isatty(::fileno(in)) != 0) {}
+    : out_(out), err_(err), in_(in), interactive_(is_terminal(in)) {}
 
 void ConsoleHost::write_err(std::string_view title, std::string_view text) {
     if (!title.empty()) std::fprintf(err_, "%.*s\n", static_cast<int>(title.size()), title.data());
@@ -52,9 +68,27 @@ std::string lower_ascii(std::string s) {
 }
 
 // Turns the terminal's echo off while a password is typed.
+#ifdef _WIN32
 class EchoOff {
   public:
-    explicit EchoOff(int fd) : fd_(fd) {
+    explicit EchoOff(std::FILE* f)
+        : console_(reinterpret_cast<HANDLE>(::_get_osfhandle(::_fileno(f)))) {
+        if (!GetConsoleMode(console_, &saved_)) return;
+        active_ = SetConsoleMode(console_, saved_ & ~static_cast<DWORD>(ENABLE_ECHO_INPUT)) != 0;
+    }
+    ~EchoOff() {
+        if (active_) SetConsoleMode(console_, saved_);
+    }
+
+  private:
+    HANDLE console_;
+    DWORD saved_ = 0;
+    bool active_ = false;
+};
+#else
+class EchoOff {
+  public:
+    explicit EchoOff(std::FILE* f) : fd_(::fileno(f)) {
         if (::tcgetattr(fd_, &saved_) != 0) return;
         termios quiet = saved_;
         quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
@@ -69,6 +103,7 @@ class EchoOff {
     termios saved_{};
     bool active_ = false;
 };
+#endif
 
 }  // namespace
 
@@ -86,7 +121,7 @@ std::string ConsoleHost::ask(const Question& q) {
     for (;;) {
         bool got;
         if (!q.password_char.empty() && interactive_) {
-            EchoOff echo_off(::fileno(in_));
+            EchoOff echo_off(in_);
             got = read_line(answer);
             std::fputc('\n', err_);
         } else {

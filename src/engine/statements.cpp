@@ -54,7 +54,7 @@ constexpr StatementDef kStatements[] = {
     {"shell", "quiet wait minimized maxmized hidden", not_available},
     {"shutdown", "quiet", not_available},
     {"web", "quiet", not_available},
-    {"writeini", "quiet", writeini},
+    {"writeini", "quiet delete", writeini},
     {"writereg", "quiet", not_available},
 };
 

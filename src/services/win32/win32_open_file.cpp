@@ -1,0 +1,147 @@
+// Files opened by scripts and atomic replacement on Win32.
+#include <string>
+
+#include "services/win32/win32_handle.hpp"
+#include "services/win32/win32_platform.hpp"
+
+namespace quiller::win32 {
+namespace {
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// A file handle read through a buffer: lines end at CR LF, LF or CR; writes go straight through.
+class Win32OpenFile final : public OpenFile {
+  public:
+    explicit Win32OpenFile(FileHandle file) : file_(std::move(file)) {}
+    ~Win32OpenFile() override { close(); }
+
+    bool read_line(std::string& line) override {
+        line.clear();
+        bool partial = false;  // part of a last line without line end was read
+        for (;;) {
+            if (pos_ == buffer_.size() && !refill()) return partial;
+            if (skip_lf_) {  // the LF of a CR LF split across two reads
+                skip_lf_ = false;
+                if (buffer_[pos_] == '\n' && ++pos_ == buffer_.size()) continue;
+            }
+            const std::size_t end = buffer_.find_first_of("\r\n", pos_);
+            if (end == std::string::npos) {
+                line.append(buffer_, pos_, std::string::npos);
+                pos_ = buffer_.size();
+                partial = true;
+                continue;
+            }
+            line.append(buffer_, pos_, end - pos_);
+            pos_ = end + 1;
+            if (buffer_[end] == '\r') take_lf_after_cr();
+            return true;
+        }
+    }
+
+    bool write(std::string_view bytes) override {
+        return file_.valid() && write_all(file_.get(), bytes.data(), bytes.size());
+    }
+
+    bool close() override { return file_.close(); }
+
+  private:
+    void take_lf_after_cr() {
+        if (pos_ == buffer_.size()) {
+            skip_lf_ = true;
+        } else if (buffer_[pos_] == '\n') {
+            ++pos_;
+        }
+    }
+
+    bool refill() {
+        if (!file_.valid()) return false;
+        buffer_.resize(65536);
+        DWORD n = 0;
+        if (!ReadFile(file_.get(), buffer_.data(), static_cast<DWORD>(buffer_.size()), &n, nullptr))
+            n = 0;
+        buffer_.resize(n);
+        pos_ = 0;
+        return !buffer_.empty();
+    }
+
+    FileHandle file_;
+    std::string buffer_;
+    std::size_t pos_ = 0;
+    bool skip_lf_ = false;
+};
+
+struct OpenFlags {
+    DWORD access;
+    DWORD disposition;
+};
+
+OpenFlags flags_for(OpenMode mode) {
+    switch (mode) {
+        case OpenMode::Write:
+            return {GENERIC_WRITE, CREATE_ALWAYS};
+        case OpenMode::Append:
+            return {FILE_APPEND_DATA, OPEN_ALWAYS};
+        case OpenMode::Read:
+            break;
+    }
+    return {GENERIC_READ, OPEN_EXISTING};
+}
+
+// A new, empty file beside `path`, named after it; its name in `temp`.
+FileHandle create_sibling(const std::string& path, std::wstring& temp) {
+    const DWORD seed = GetCurrentProcessId() * 65599u + GetTickCount();
+    for (DWORD attempt = 0; attempt < 100; ++attempt) {
+        temp = native_path(path + "." + std::to_string((seed + attempt) & 0xFFFFFF) + ".tmp");
+        FileHandle file(CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (file.valid() || GetLastError() != ERROR_FILE_EXISTS) return file;
+    }
+    return FileHandle();
+}
+
+// The replaced file keeps its hidden, system and archive attributes.
+void copy_attributes(const std::wstring& from, const std::wstring& to) {
+    const DWORD attrs = GetFileAttributesW(from.c_str());
+    if (attrs == INVALID_FILE_ATTRIBUTES) return;
+    const DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+    if (attrs & kept) SetFileAttributesW(to.c_str(), attrs & kept);
+}
+
+}  // namespace
+
+std::unique_ptr<OpenFile> Win32FileSystem::open(const std::string& path, OpenMode mode,
+                                                int& error) {
+    const OpenFlags f = flags_for(mode);
+    FileHandle file(CreateFileW(native_path(path).c_str(), f.access, kShareAll, nullptr,
+                                f.disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.valid()) {
+        error = static_cast<int>(GetLastError());
+        return nullptr;
+    }
+    return std::make_unique<Win32OpenFile>(std::move(file));
+}
+
+bool Win32FileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {
+    std::wstring temp;
+    FileHandle file = create_sibling(path, temp);
+    if (!file.valid()) {
+        error = static_cast<int>(GetLastError());
+        return false;
+    }
+    bool ok = write_all(file.get(), bytes.data(), bytes.size()) && FlushFileBuffers(file.get());
+    if (!ok) error = static_cast<int>(GetLastError());
+    ok = file.close() && ok;
+    const std::wstring target = native_path(path);
+    if (ok) {
+        copy_attributes(target, temp);
+        if (MoveFileExW(temp.c_str(), target.c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            return true;
+        error = static_cast<int>(GetLastError());
+    }
+    DeleteFileW(temp.c_str());
+    if (error == 0) error = ERROR_WRITE_FAULT;
+    return false;
+}
+
+}  // namespace quiller::win32

@@ -1,0 +1,5 @@
+' Only comments and blank lines: no subroutine main
+
+   
+	' another comment
+

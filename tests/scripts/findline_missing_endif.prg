@@ -1,0 +1,6 @@
+' An if whose condition is false, without else or endif
+sub main
+  print "before"
+  if equal a b
+    print "FAIL"
+endsub

@@ -1,0 +1,4 @@
+' Never run: started as my.dir/job, which has a "." in its directory name.
+sub main
+  print "FAIL"
+endsub

@@ -1,0 +1,4 @@
+' Never run: quillerc is started without a script file.
+sub main
+  print "FAIL"
+endsub
