@@ -16,50 +16,17 @@
 #include "engine/statements.hpp"
 
 namespace quiller::statements {
-namespace {
-
-// The platform's error as a failure: "text (code)" split into its two parts. The error number
-// is taken right after the failed call; it is EIO when the call left none.
-ScriptFailure platform_failure(Engine& e, int code) {
-    if (code == 0) code = EIO;
-    std::string text = e.platform().files->error_text(code);
-    const std::string suffix = " (" + std::to_string(code) + ")";
-    if (text.ends_with(suffix)) text.resize(text.size() - suffix.size());
-    return {std::move(text), code, {}};
-}
-
-// "1" to "9999" read directly: the common case of a loop over fileread.
-bool small_whole_number(std::string_view text, int& number) {
-    if (text.empty() || text.size() > 4) return false;
-    number = 0;
-    for (char c : text) {
-        if (c < '0' || c > '9') return false;
-        number = number * 10 + (c - '0');
-    }
-    return true;
-}
-
-int open_file_number(FileTable& table, std::string_view text) {
-    int number = 0;
-    if (!small_whole_number(text, number)) {
-        const auto v = value::parse_locale_number(text);
-        if (!v || !(std::fabs(*v) < 32768)) throw failures::bad_file_number();
-        number = static_cast<int>(std::nearbyint(*v));
-    }
-    if (!table.find(number)) throw failures::bad_file_number();
-    return number;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 void filewrite(Engine& e) {
     FileTable& table = e.files();
-    const int number = open_file_number(table, e.slots()[1]);
+    const int number = table.open_number(e.slots()[1]);
     if (table.mode(number) == OpenMode::Read) throw ScriptFailure{"Bad file mode", 54, {}};
     std::string line = e.slots()[2];
     line += kLineBreak;
     errno = 0;
-    if (!table.find(number)->write(line)) throw platform_failure(e, errno);
+    if (!table.find(number)->write(line))
+        throw failures::system(e.platform().files->error_text(errno ? errno : EIO));
 }
 
 void fileclose(Engine& e) {
@@ -68,9 +35,10 @@ void fileclose(Engine& e) {
         table.close_all();
         return;
     }
-    const int number = open_file_number(table, e.slots()[1]);
+    const int number = table.open_number(e.slots()[1]);
     errno = 0;
-    if (!table.close(number)) throw platform_failure(e, errno);
+    if (!table.close(number))
+        throw failures::system(e.platform().files->error_text(errno ? errno : EIO));
 }
 
 }  // namespace quiller::statements

@@ -1,6 +1,38 @@
 #include "engine/file_table.hpp"
 
+#include <cmath>
+
+#include "common/text.hpp"
+#include "common/value.hpp"
+#include "engine/failure.hpp"
+
 namespace quiller {
+namespace {
+
+// "1" to "9999" read directly: the common case of a loop over fileread.
+bool small_whole_number(std::string_view text, int& number) {
+    if (text.empty() || text.size() > 4) return false;
+    number = 0;
+    for (char c : text) {
+        if (c < '0' || c > '9') return false;
+        number = number * 10 + (c - '0');
+    }
+    return true;
+}
+
+}  // namespace
+
+int FileTable::open_number(std::string_view text) {
+    text = text::trim(text);
+    int number = 0;
+    if (!small_whole_number(text, number)) {
+        const auto v = value::parse_locale_number(text);
+        if (!v || !(std::fabs(*v) < 32768)) throw failures::bad_file_number();
+        number = static_cast<int>(std::nearbyint(*v));
+    }
+    if (!find(number)) throw failures::bad_file_number();
+    return number;
+}
 
 int FileTable::add(std::unique_ptr<OpenFile> file, OpenMode mode) {
     for (std::size_t i = 0; i < slots_.size(); ++i) {

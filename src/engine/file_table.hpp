@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "services/platform.hpp"
@@ -14,6 +15,9 @@ class FileTable {
   public:
     // Stores an open file under the next free number and returns the number.
     int add(std::unique_ptr<OpenFile> file, OpenMode mode);
+    // The number of an open file from a script's text ("1", " 2 ", "3.0"); throws
+    // "Bad file name or number" when the text names no open file.
+    int open_number(std::string_view text);
     // The open file of a number, or nullptr when the number is not open.
     OpenFile* find(int number);
     OpenMode mode(int number) const;

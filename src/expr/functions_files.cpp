@@ -20,41 +20,6 @@ FileSystem& file_system(const FunctionCall& c) {
     return *c.engine.platform().files;
 }
 
-// The platform's error as a failure: "text (code)" split into its two parts.
-ScriptFailure platform_failure(FileSystem& files, int code) {
-    std::string text = files.error_text(code);
-    const std::string suffix = " (" + std::to_string(code) + ")";
-    if (text.ends_with(suffix)) text.resize(text.size() - suffix.size());
-    return {std::move(text), code, {}};
-}
-
-// "1" to "9999" read directly: the common case of a loop over fileread.
-bool small_whole_number(std::string_view text, int& number) {
-    if (text.empty() || text.size() > 4) return false;
-    number = 0;
-    for (char c : text) {
-        if (c < '0' || c > '9') return false;
-        number = number * 10 + (c - '0');
-    }
-    return true;
-}
-
-// The number of an open file, from a script's text ("1", " 2 ", "3.0"). A quoted number
-// (`fileread "$f$"`) keeps one pair of quotes through the set splitter; it is taken too.
-int open_file_number(FileTable& table, std::string_view text) {
-    text = text::trim(text);
-    if (text.size() >= 2 && text.front() == '"' && text.back() == '"')
-        text = text.substr(1, text.size() - 2);
-    int number = 0;
-    if (!small_whole_number(text, number)) {
-        const auto v = value::parse_locale_number(text);
-        if (!v || !(std::fabs(*v) < 32768)) throw failures::bad_file_number();
-        number = static_cast<int>(std::nearbyint(*v));
-    }
-    if (!table.find(number)) throw failures::bad_file_number();
-    return number;
-}
-
 // A status that names an existing file (not a directory), or "File not found".
 FileStatus file_status(const FunctionCall& c, std::string_view path) {
     const auto st = file_system(c).status(std::string(path));
@@ -78,7 +43,7 @@ std::string fileopen(const FunctionCall& c) {
     if (!file) {
         if (error == ENOENT && mode == OpenMode::Read) throw failures::file_not_found();
         if (error == EISDIR) throw failures::path_access_error();
-        throw platform_failure(file_system(c), error);
+        throw failures::system(file_system(c).error_text(error));
     }
     return std::to_string(c.engine.files().add(std::move(file), mode));
 }
@@ -86,7 +51,7 @@ std::string fileopen(const FunctionCall& c) {
 // Lines come back as UTF-8; a line that isn't is read as Windows-1252.
 std::string fileread(const FunctionCall& c) {
     FileTable& table = c.engine.files();
-    const int number = open_file_number(table, c.arg(1));
+    const int number = table.open_number(c.arg(1));
     if (table.mode(number) != OpenMode::Read) throw ScriptFailure{"Bad file mode", 54, {}};
     if (table.at_end(number)) return std::string(kEndOfFile);
     std::string line;
@@ -140,10 +105,10 @@ std::string replacestringinfile(const FunctionCall& c) {
     if (c.arg(2).empty()) return "0";
     int error = 0;
     auto content = file_system(c).read_file(path, error);
-    if (!content) throw platform_failure(file_system(c), error);
+    if (!content) throw failures::system(file_system(c).error_text(error));
     const std::size_t count = text::replace_all(*content, c.arg(2), c.arg(3));
     if (count > 0 && !file_system(c).replace_file(path, *content, error))
-        throw platform_failure(file_system(c), error);
+        throw failures::system(file_system(c).error_text(error));
     return std::to_string(count);
 }
 

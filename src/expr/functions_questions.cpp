@@ -17,7 +17,7 @@ Question question(const FunctionCall& call, const char* kind) {
 
 std::string ask(const FunctionCall& call) {
     Question q = question(call, "text");
-    if (call.line_has("password")) q.password_char = "*";
+    if (call.line_has("password")) q.password_char.push_back('*');
     return call.engine.host().ask(q);
 }
 
