@@ -8,9 +8,9 @@
 namespace quiller::value::detail {
 namespace {
 
-constexpr std::string_view kMonths[] = {"January", "February", "March",     "April",
-                                        "May",     "June",     "July",      "August",
-                                        "September", "October", "November", "December"};
+constexpr std::string_view kMonths[] = {"January",   "February", "March",    "April",
+                                        "May",       "June",     "July",     "August",
+                                        "September", "October",  "November", "December"};
 constexpr std::string_view kDays[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                       "Thursday", "Friday", "Saturday"};
 
@@ -60,41 +60,70 @@ void long_time(std::string& out, const DateParts& d) {
 
 void write_date_item(std::string& out, const Token& t, const DateParts& d) {
     switch (t.kind) {
-        case Tok::Day: return put(out, d.day);
-        case Tok::Day2: return put(out, d.day, 2);
-        case Tok::DayAbbr: out += kDays[d.weekday - 1].substr(0, 3); return;
-        case Tok::DayName: out += kDays[d.weekday - 1]; return;
-        case Tok::ShortDate: return short_date(out, d);
-        case Tok::LongDate: return long_date(out, d);
-        case Tok::Weekday: return put(out, d.weekday);
-        case Tok::Week: return put(out, week_of_year(d));
-        case Tok::Month: return put(out, d.month);
-        case Tok::Month2: return put(out, d.month, 2);
-        case Tok::MonthAbbr: out += kMonths[d.month - 1].substr(0, 3); return;
-        case Tok::MonthName: out += kMonths[d.month - 1]; return;
-        case Tok::Quarter: return put(out, (d.month - 1) / 3 + 1);
-        case Tok::DayOfYear: return put(out, day_of_year(d));
-        case Tok::Year2: return put(out, d.year % 100, 2);
-        case Tok::Year4: return put(out, d.year);
-        default: return;
+        case Tok::Day:
+            return put(out, d.day);
+        case Tok::Day2:
+            return put(out, d.day, 2);
+        case Tok::DayAbbr:
+            out += kDays[d.weekday - 1].substr(0, 3);
+            return;
+        case Tok::DayName:
+            out += kDays[d.weekday - 1];
+            return;
+        case Tok::ShortDate:
+            return short_date(out, d);
+        case Tok::LongDate:
+            return long_date(out, d);
+        case Tok::Weekday:
+            return put(out, d.weekday);
+        case Tok::Week:
+            return put(out, week_of_year(d));
+        case Tok::Month:
+            return put(out, d.month);
+        case Tok::Month2:
+            return put(out, d.month, 2);
+        case Tok::MonthAbbr:
+            out += kMonths[d.month - 1].substr(0, 3);
+            return;
+        case Tok::MonthName:
+            out += kMonths[d.month - 1];
+            return;
+        case Tok::Quarter:
+            return put(out, (d.month - 1) / 3 + 1);
+        case Tok::DayOfYear:
+            return put(out, day_of_year(d));
+        case Tok::Year2:
+            return put(out, d.year % 100, 2);
+        case Tok::Year4:
+            return put(out, d.year);
+        default:
+            return;
     }
 }
 
 void write_time_item(std::string& out, const Picture& p, const Token& t, const DateParts& d) {
     const int hour = p.twelve_hour ? hour12(d.hour) : d.hour;
     switch (t.kind) {
-        case Tok::Hour: return put(out, hour);
-        case Tok::Hour2: return put(out, hour, 2);
-        case Tok::Minute: return put(out, d.minute);
-        case Tok::Minute2: return put(out, d.minute, 2);
-        case Tok::Second: return put(out, d.second);
-        case Tok::Second2: return put(out, d.second, 2);
-        case Tok::LongTime: return long_time(out, d);
+        case Tok::Hour:
+            return put(out, hour);
+        case Tok::Hour2:
+            return put(out, hour, 2);
+        case Tok::Minute:
+            return put(out, d.minute);
+        case Tok::Minute2:
+            return put(out, d.minute, 2);
+        case Tok::Second:
+            return put(out, d.second);
+        case Tok::Second2:
+            return put(out, d.second, 2);
+        case Tok::LongTime:
+            return long_time(out, d);
         case Tok::AmPm:
             out += d.hour < 12 ? std::string_view(p.pool).substr(t.off, t.len)
                                : std::string_view(p.pool).substr(t.off + t.len, t.n);
             return;
-        default: return write_date_item(out, t, d);
+        default:
+            return write_date_item(out, t, d);
     }
 }
 

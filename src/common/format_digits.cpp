@@ -18,7 +18,8 @@ void drop_trailing_zeros(DecimalForm& d) {
 // Whole numbers below 10^15: their digits directly.
 DecimalForm whole_form(std::uint64_t n) {
     DecimalForm d;
-    d.count = static_cast<int>(std::to_chars(d.digits, d.digits + sizeof d.digits, n).ptr - d.digits);
+    d.count =
+        static_cast<int>(std::to_chars(d.digits, d.digits + sizeof d.digits, n).ptr - d.digits);
     d.point = d.count;
     drop_trailing_zeros(d);
     return d;
@@ -40,8 +41,8 @@ bool scaled_form(double v, DecimalForm& d) {
     const double fraction = m - whole;
     if (m < 1e14 + 1 || m > 1e15 - 2 || std::fabs(fraction - 0.5) < 0.125) return false;
     const auto mantissa = static_cast<std::uint64_t>(whole) + (fraction > 0.5);
-    d.count = static_cast<int>(
-        std::to_chars(d.digits, d.digits + sizeof d.digits, mantissa).ptr - d.digits);
+    d.count = static_cast<int>(std::to_chars(d.digits, d.digits + sizeof d.digits, mantissa).ptr -
+                               d.digits);
     d.point = kSignificant - p;
     drop_trailing_zeros(d);
     return true;

@@ -44,7 +44,8 @@ Picture boolean_picture(std::string_view texts) {
     p.pool = texts;
     const auto slash = static_cast<std::uint32_t>(texts.find('/'));
     const auto size = static_cast<std::uint32_t>(texts.size());
-    p.tokens = {Token{Tok::Literal, 0, 0, slash}, Token{Tok::Literal, 0, slash + 1, size - slash - 1}};
+    p.tokens = {Token{Tok::Literal, 0, 0, slash},
+                Token{Tok::Literal, 0, slash + 1, size - slash - 1}};
     return p;
 }
 

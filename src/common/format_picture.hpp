@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/ascii_class.hpp"
+
 namespace quiller::value::detail {
 
 enum class Tok : std::uint8_t {
@@ -83,13 +85,13 @@ enum class TextCase : std::uint8_t { Keep, Lower, Upper };
 
 struct Picture {
     PictureKind kind = PictureKind::Number;
-    bool twelve_hour = false;      // an AM/PM marker makes every hour count to 12
+    bool twelve_hour = false;  // an AM/PM marker makes every hour count to 12
     TextCase text_case = TextCase::Keep;
-    int section_count = 0;         // number pictures: 1 to 3 (a fourth section is never used)
+    int section_count = 0;  // number pictures: 1 to 3 (a fourth section is never used)
     NumberSection sections[3];
     std::vector<Token> tokens;
-    std::string pool;              // the literal texts the tokens point into
-    std::size_t sealed = 0;        // tokens before this one take no more literal text
+    std::string pool;        // the literal texts the tokens point into
+    std::size_t sealed = 0;  // tokens before this one take no more literal text
 
     std::string_view text(const Token& t) const { return {pool.data() + t.off, t.len}; }
     // Literal text, joined to a literal token right before it.
@@ -102,6 +104,14 @@ Picture parse_picture(std::string_view format);  // a named format or a picture
 bool parse_named(std::string_view format, Picture& out);
 Picture parse_number_picture(std::string_view format);
 Picture parse_date_picture(std::string_view format);
+
+// True when `s` holds the lower-case `word` at `i`, in any case.
+inline bool starts_with_blind(std::string_view s, std::size_t i, std::string_view word) {
+    if (s.size() - i < word.size()) return false;
+    for (std::size_t k = 0; k < word.size(); ++k)
+        if (lower(s[i + k]) != word[k]) return false;
+    return true;
+}
 
 // Reads a quoted text or a backslash escape starting at `s[i]` into `p` and moves `i` past it;
 // false when `s[i]` starts neither. A quote left open takes the rest of the text.

@@ -8,27 +8,13 @@ namespace {
 
 enum class Kind { Number, Date, Text };
 
-bool starts_with_blind(std::string_view s, std::size_t i, std::string_view word) {
-    if (s.size() - i < word.size()) return false;
-    for (std::size_t k = 0; k < word.size(); ++k)
-        if (lower(s[i + k]) != word[k]) return false;
-    return true;
-}
-
-// Length of the date/time token at `s[i]`, 0 when none starts there.
-std::size_t date_token_at(std::string_view s, std::size_t i) {
-    switch (lower(s[i])) {
-        case 'd': case 'w': case 'm': case 'q': case 'y': case 'h': case 'n': case 's': case 'c':
-            return 1;
-        case 't':
-            return starts_with_blind(s, i, "ttttt") ? 5 : 0;
-        case 'a':
-            if (starts_with_blind(s, i, "am/pm")) return 5;
-            if (starts_with_blind(s, i, "ampm")) return 4;
-            return starts_with_blind(s, i, "a/p") ? 3 : 0;
-        default:
-            return 0;
-    }
+// True when a date/time token starts at `s[i]`.
+bool date_token_at(std::string_view s, std::size_t i) {
+    const char c = lower(s[i]);
+    if (std::string_view("dwmqyhnsc").find(c) != std::string_view::npos) return true;
+    if (c == 't') return starts_with_blind(s, i, "ttttt");
+    return c == 'a' && (starts_with_blind(s, i, "am/pm") || starts_with_blind(s, i, "ampm") ||
+                        starts_with_blind(s, i, "a/p"));
 }
 
 // Digit placeholders anywhere make a number picture; otherwise a date/time token makes a date
@@ -45,7 +31,7 @@ Kind classify(std::string_view s) {
         } else if (c == '0' || c == '#') {
             return Kind::Number;
         } else {
-            date = date || date_token_at(s, i) > 0;
+            date = date || date_token_at(s, i);
             text = text || c == '@' || c == '&';
             ++i;
         }

@@ -13,13 +13,6 @@ std::size_t run_length(std::string_view s, std::size_t i) {
     return end - i;
 }
 
-bool starts_with_blind(std::string_view s, std::size_t i, std::string_view word) {
-    if (s.size() - i < word.size()) return false;
-    for (std::size_t k = 0; k < word.size(); ++k)
-        if (lower(s[i + k]) != word[k]) return false;
-    return true;
-}
-
 // A run of one letter: the longest token of that letter, and how many letters it takes.
 struct RunToken {
     Tok kind;
