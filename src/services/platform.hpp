@@ -8,6 +8,11 @@
 #include <string>
 #include <string_view>
 
+#include "services/file_operations.hpp"
+#include "services/network.hpp"
+#include "services/processes.hpp"
+#include "services/registry_store.hpp"
+
 namespace quiller {
 
 // File attribute bits as Windows reports them.
@@ -104,6 +109,10 @@ struct Platform {
     std::unique_ptr<FileSystem> files;
     std::unique_ptr<Environment> environment;
     std::unique_ptr<Clock> clock;
+    std::unique_ptr<RegistryStore> registry;
+    std::unique_ptr<Processes> processes;
+    std::unique_ptr<FileOperations> file_operations;
+    std::unique_ptr<Network> network;
 };
 
 // The implementation for the platform this build targets.

@@ -81,6 +81,10 @@ Platform make_platform() {
     p.files = std::make_unique<posix::PosixFileSystem>();
     p.environment = std::make_unique<posix::PosixEnvironment>();
     p.clock = std::make_unique<posix::PosixClock>();
+    p.registry = make_registry_store();
+    p.processes = make_processes();
+    p.file_operations = make_file_operations();
+    p.network = make_network();
     return p;
 }
 
