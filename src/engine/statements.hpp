@@ -52,6 +52,26 @@ void writeini(Engine&);
 void printtofile(Engine&);
 void printwindow(Engine&);
 void pause(Engine&);
+// registry_statements.cpp
+void writereg(Engine&);
+void delregkey(Engine&);
+void delregvalue(Engine&);
+void loadreg(Engine&);
+// process_statements.cpp
+void shell(Engine&);
+void web(Engine&);
+void shutdown(Engine&);
+// file_operation_statements.cpp
+void copy(Engine&);
+void del(Engine&);
+void dir(Engine&);
+void md(Engine&);
+void rd(Engine&);
+void rename(Engine&);
+void setattrib(Engine&);
+// network_statements.cpp
+void addprinter(Engine&);
+void sendkeys(Engine&);
 }  // namespace statements
 
 }  // namespace quiller

@@ -94,10 +94,9 @@ bool eval_boolean(Engine& engine, const Slots& words) {
         const auto s2 = files.status(b);
         return s1 && s2 && std::llabs(s1->modified - s2->modified) < 5 && s1->size == s2->size;
     }
-    if (test == "regkeyexists" || test == "regvalueexists" || test == "isingroup") {
-        engine.report_error("(EvalBoolean) : " + test + " is not available yet", Severity::Warning);
-        return false;
-    }
+    if (test == "regkeyexists") return registry_key_exists(engine, a);
+    if (test == "regvalueexists") return registry_value_exists(engine, a, b);
+    if (test == "isingroup") return user_is_in_group(engine, a);
 
     int order = 0;
     const bool comparison = test == "equal" || test == "notequal" || test == "lessthan" ||

@@ -66,7 +66,8 @@ const std::unordered_map<std::string_view, const FunctionDef*>& function_index()
     static const auto index = [] {
         std::unordered_map<std::string_view, const FunctionDef*> map;
         for (auto group : {text_functions(), date_number_functions(), file_functions(),
-                           ini_functions(), question_functions(), system_functions()}) {
+                           ini_functions(), question_functions(), system_functions(),
+                           registry_functions(), network_functions()}) {
             for (const FunctionDef& f : group) map.emplace(f.name, &f);
         }
         return map;

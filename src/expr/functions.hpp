@@ -36,6 +36,8 @@ std::span<const FunctionDef> file_functions();
 std::span<const FunctionDef> ini_functions();
 std::span<const FunctionDef> question_functions();
 std::span<const FunctionDef> system_functions();
+std::span<const FunctionDef> registry_functions();
+std::span<const FunctionDef> network_functions();
 
 // The row of a function name (lower case), or nullptr.
 const FunctionDef* find_function(std::string_view name);

@@ -1,4 +1,7 @@
 // Files opened by scripts and atomic replacement on Win32.
+//
+// Only disk files are read (a pipe could block, a device stream for ever); writing also accepts
+// character devices such as NUL. Read-only files are never written: the system refuses them.
 #include <string>
 
 #include "services/win32/win32_handle.hpp"
@@ -70,21 +73,38 @@ class Win32OpenFile final : public OpenFile {
     bool skip_lf_ = false;
 };
 
-struct OpenFlags {
-    DWORD access;
-    DWORD disposition;
-};
-
-OpenFlags flags_for(OpenMode mode) {
+DWORD access_for(OpenMode mode) {
     switch (mode) {
         case OpenMode::Write:
-            return {GENERIC_WRITE, CREATE_ALWAYS};
+            return GENERIC_WRITE;
         case OpenMode::Append:
-            return {FILE_APPEND_DATA, OPEN_ALWAYS};
+            return FILE_APPEND_DATA;
         case OpenMode::Read:
             break;
     }
-    return {GENERIC_READ, OPEN_EXISTING};
+    return GENERIC_READ;
+}
+
+// Why an opened handle can't serve the mode (0 when it can).
+DWORD unusable(HANDLE h, OpenMode mode) {
+    const DWORD type = GetFileType(h);
+    if (type == FILE_TYPE_DISK) return 0;
+    return mode != OpenMode::Read && type == FILE_TYPE_CHAR ? 0 : ERROR_INVALID_PARAMETER;
+}
+
+// Opens and checks the file; an invalid handle with `error` set on failure. Writing truncates
+// only after the checks.
+FileHandle open_checked(const std::string& path, OpenMode mode, int& error) {
+    const DWORD disposition = mode == OpenMode::Read ? OPEN_EXISTING : OPEN_ALWAYS;
+    FileHandle file(CreateFileW(native_path(path).c_str(), access_for(mode), kShareAll, nullptr,
+                                disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    DWORD code = file.valid() ? unusable(file.get(), mode) : GetLastError();
+    if (code == 0 && mode == OpenMode::Write && GetFileType(file.get()) == FILE_TYPE_DISK &&
+        !SetEndOfFile(file.get()))
+        code = GetLastError();
+    if (code == 0) return file;
+    error = static_cast<int>(code);
+    return FileHandle();
 }
 
 // A new, empty file beside `path`, named after it; its name in `temp`.
@@ -111,17 +131,22 @@ void copy_attributes(const std::wstring& from, const std::wstring& to) {
 
 std::unique_ptr<OpenFile> Win32FileSystem::open(const std::string& path, OpenMode mode,
                                                 int& error) {
-    const OpenFlags f = flags_for(mode);
-    FileHandle file(CreateFileW(native_path(path).c_str(), f.access, kShareAll, nullptr,
-                                f.disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file.valid()) {
-        error = static_cast<int>(GetLastError());
+    if (path.empty()) {
+        error = ERROR_FILE_NOT_FOUND;
         return nullptr;
     }
+    FileHandle file = open_checked(path, mode, error);
+    if (!file.valid()) return nullptr;
     return std::make_unique<Win32OpenFile>(std::move(file));
 }
 
 bool Win32FileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {
+    const DWORD old = GetFileAttributesW(native_path(path).c_str());
+    if (old != INVALID_FILE_ATTRIBUTES &&
+        (old & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY))) {
+        error = ERROR_ACCESS_DENIED;
+        return false;
+    }
     std::wstring temp;
     FileHandle file = create_sibling(path, temp);
     if (!file.valid()) {
