@@ -16,6 +16,9 @@ QUILLERC="$BUILD/src/quillerc"
 
 awk 'BEGIN { for (s = 0; s < 1000; s++) { printf "[Section%d]\n", s
              for (k = 0; k < 9; k++) printf "Key%d=value %d\n", k, s * 10 + k } }' >"$WORK/big.ini"
+# A settled file (not written in the last seconds), as INI files usually are: the cache then
+# trusts its size and time.
+touch -d '-1 min' "$WORK/big.ini"
 
 cat >"$WORK/ini.prg" <<'PRG'
 sub main

@@ -59,6 +59,10 @@ void ConsoleHost::output_pause(const OutputModel&, std::string_view message) {
 
 void ConsoleHost::output_finished(const OutputModel&) {}
 
+void ConsoleHost::output_notice(const OutputModel&, std::string_view message) {
+    write_err({}, message);
+}
+
 namespace {
 
 std::string lower_ascii(std::string s) {

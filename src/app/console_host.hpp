@@ -15,6 +15,7 @@ class ConsoleHost final : public Host {
     void output_printed(const OutputModel& model, std::string_view text) override;
     void output_pause(const OutputModel& model, std::string_view message) override;
     void output_finished(const OutputModel& model) override;
+    void output_notice(const OutputModel& model, std::string_view message) override;
     std::string ask(const Question& q) override;
     ErrorChoice show_error(Severity severity, std::string_view title,
                            std::string_view text) override;

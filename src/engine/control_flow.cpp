@@ -178,7 +178,10 @@ void call(Engine& e) {
     const Slots slots = e.slots();
     e.push_frame(slots[1], e.current_line());
     const std::optional<int> sub = e.findline(BlockKind::Sub, slots[1], 0, e.quiet());
-    if (!sub) return;
+    if (!sub) {  // a quiet call of a missing subroutine does nothing
+        e.pop_frame();
+        return;
+    }
     e.jump_to(*sub);
     e.publish_parameters(slots, 2);
 }

@@ -81,6 +81,7 @@ class Engine {
     const std::vector<CallFrame>& call_stack() const { return call_stack_; }
     // Pushes a call frame; more than kMaxCallDepth frames is a fatal error.
     void push_frame(std::string name, int return_line);
+    void pop_frame() { call_stack_.pop_back(); }
     // `endsub`: returns to the top frame's return line; the run ends when that is 0.
     void return_from_sub();
 

@@ -40,9 +40,6 @@ inline ScriptFailure bad_file_number() {
 inline ScriptFailure file_not_found() {
     return {"File not found", 53, {}};
 }
-inline ScriptFailure input_past_end() {
-    return {"Input past end of file", 62, {}};
-}
 inline ScriptFailure path_access_error() {
     return {"Path/File access error", 75, {}};
 }

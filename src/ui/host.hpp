@@ -48,6 +48,9 @@ class Host {
     virtual void output_pause(const OutputModel& model, std::string_view message) = 0;
     // End of run with a visible output window: show it modally with " - Program Finished".
     virtual void output_finished(const OutputModel& model) = 0;
+    // A message shown without holding the script (a timed pause): the window shows it; the
+    // console writes it to stderr.
+    virtual void output_notice(const OutputModel&, std::string_view /*message*/) {}
     // The model's caption or visibility changed (a timed pause counts down in the caption).
     virtual void output_refresh(const OutputModel&) {}
     // True once the user pressed OK on the output window since the last call (ends a countdown).

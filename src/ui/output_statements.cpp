@@ -36,8 +36,8 @@ void timed_pause(Engine& e, std::string_view message, int seconds) {
     if (!out.loaded()) {
         out.show({}, message, false, false);
         out.set_visible(true);
-        e.host().output_printed(out, {});
     }
+    e.host().output_notice(out, message);
     if (seconds < 6) {
         if (seconds > 0) clock.sleep_ms(seconds * 1000);
         return;
