@@ -83,6 +83,25 @@ TEST(Substitution, UnclosedDelimiterShowsTheMessageBoxAndEmptiesTheText) {
     EXPECT_TRUE(h.host.errors.empty());
 }
 
+// Line numbers are 16-bit: 32,767 kept lines load (comments don't count), one more is reported.
+TEST(Loader, LineLimit) {
+    auto script = [](int kept) {
+        std::string s = "sub main\n' a comment line, not kept\n\n";
+        for (int i = 0; i < kept - 2; ++i) s += "label x\n";
+        return s + "endsub\n";
+    };
+    Harness fits;
+    EXPECT_EQ(fits.run(script(32767)), 0);
+    EXPECT_TRUE(fits.host.errors.empty());
+
+    Harness over;
+    EXPECT_EQ(over.run(script(32768)), 1);
+    ASSERT_EQ(over.host.errors.size(), 1u);
+    EXPECT_NE(over.host.errors[0].text.find("(ReadPrg) 'job.prg' has more than 32767 lines.\n"
+                                            "From Windows : Overflow (6)"),
+              std::string::npos);
+}
+
 TEST(Startup, ChoosingAScript) {
     Harness none;
     Engine engine(none.host, none.platform);
