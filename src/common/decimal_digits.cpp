@@ -7,21 +7,6 @@
 
 namespace quiller::value::detail {
 
-void DecimalDigits::add_digit(char c) {
-    seen_digit_ = true;
-    if (count_ == 0 && c == '0') {  // leading zero: only its place counts
-        if (in_fraction_) --scale_;
-        return;
-    }
-    if (count_ < kMaxDigits) {
-        text_[count_++] = c;
-        if (in_fraction_) --scale_;
-        return;
-    }
-    if (c != '0') sticky_ = true;
-    if (!in_fraction_) ++scale_;
-}
-
 void DecimalDigits::add_exponent_digit(char c) {
     if (exponent_ < kExponentLimit) exponent_ = exponent_ * 10 + (c - '0');
 }

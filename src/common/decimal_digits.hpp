@@ -9,7 +9,25 @@ namespace quiller::value::detail {
 class DecimalDigits {
   public:
     // A mantissa digit ('0'..'9'), before or after the decimal point.
-    void add_digit(char c);
+    void add_digit(char c) {
+        seen_digit_ = true;
+        if (count_ == 0 && c == '0') {  // leading zero: only its place counts
+            if (in_fraction_) --scale_;
+            return;
+        }
+        if (count_ < kMaxDigits) {
+            text_[count_++] = c;
+            if (in_fraction_) --scale_;
+            return;
+        }
+        if (c != '0') sticky_ = true;
+        if (!in_fraction_) ++scale_;
+    }
+    // True when the value is certainly within a double's range, so the number test needs no
+    // conversion.
+    bool certainly_finite() const {
+        return !sticky_ && exponent_ < 100 && count_ + scale_ + exponent_ < 300;
+    }
     // The decimal point: the following digits are the fraction.
     void start_fraction() { in_fraction_ = true; }
     bool in_fraction() const { return in_fraction_; }

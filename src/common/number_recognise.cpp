@@ -104,20 +104,31 @@ int radix_of_prefix(const char* p, const char* end) {
 
 }  // namespace
 
-std::optional<double> parse_locale_number(std::string_view s) {
-    const char* end = s.data() + s.size();
-    Affixes affixes;
-    const char* p = scan_affixes(s.data(), end, affixes, false);
+namespace {
 
-    // The whole text is checked before the digits are converted: most texts that are not
-    // numbers fail on a later character, and then no conversion is paid for.
-    double v = 0;
-    DecimalDigits digits;
-    const int radix = radix_of_prefix(p, end);
+// The syntax of a number with its affixes; the digits are left in `digits` (or the value in `v`
+// for "&H"/"&O" numbers, then `radix` is set).
+bool scan_number(std::string_view s, DecimalDigits& digits, Affixes& affixes, int& radix,
+                 double& v) {
+    const char* end = s.data() + s.size();
+    const char* p = scan_affixes(s.data(), end, affixes, false);
+    radix = radix_of_prefix(p, end);
     p = radix ? scan_radix(p + 2, end, radix, v) : scan_decimal(p, end, digits);
-    if (!p) return std::nullopt;
+    if (!p) return false;
     p = scan_affixes(p, end, affixes, true);
-    if (p != end || affixes.open_paren != affixes.close_paren) return std::nullopt;
+    return p == end && affixes.open_paren == affixes.close_paren;
+}
+
+}  // namespace
+
+// The whole text is checked before the digits are converted: most texts that are not numbers
+// fail on a later character, and then no conversion is paid for.
+std::optional<double> parse_locale_number(std::string_view s) {
+    DecimalDigits digits;
+    Affixes affixes;
+    int radix = 0;
+    double v = 0;
+    if (!scan_number(s, digits, affixes, radix, v)) return std::nullopt;
     if (!radix) {
         std::optional<double> value = digits.value();
         if (!value) return std::nullopt;
@@ -125,6 +136,15 @@ std::optional<double> parse_locale_number(std::string_view s) {
     }
     bool negative = affixes.minus || affixes.close_paren;
     return negative ? -v : v;
+}
+
+bool is_numeric(std::string_view s) {
+    DecimalDigits digits;
+    Affixes affixes;
+    int radix = 0;
+    double v = 0;
+    if (!scan_number(s, digits, affixes, radix, v)) return false;
+    return radix || digits.certainly_finite() || digits.value().has_value();
 }
 
 }  // namespace quiller::value

@@ -17,9 +17,7 @@ namespace quiller::value {
 // accepted, as the platform's text-to-number conversion does. Returns the value when `s` is a
 // number, nothing otherwise.
 std::optional<double> parse_locale_number(std::string_view s);
-inline bool is_numeric(std::string_view s) {
-    return parse_locale_number(s).has_value();
-}
+bool is_numeric(std::string_view s);
 
 // Reads a number from the leading characters of `s`: leading blanks, an optional sign, digits with
 // at most one "." as decimal point, an optional exponent. Reading stops at the first character that
