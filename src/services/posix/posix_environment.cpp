@@ -38,13 +38,14 @@ std::string user_name() {
 }  // namespace
 
 // The Windows names scripts and the error log rely on fall back to their POSIX equivalents:
-// USERNAME to the login name, COMPUTERNAME and USERDOMAIN to the host name.
+// USERNAME to the login name, COMPUTERNAME and USERDOMAIN to the host name in upper case (as
+// Windows writes computer names).
 std::string PosixEnvironment::get(const std::string& name) {
     std::string v = env_or_empty(name.c_str());
     if (!v.empty()) return v;
     const std::string upper = text::ascii_lower(name);
     if (upper == "username") return user_name();
-    if (upper == "computername" || upper == "userdomain") return host_name();
+    if (upper == "computername" || upper == "userdomain") return text::to_upper(host_name());
     return v;
 }
 
