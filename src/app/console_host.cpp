@@ -1,5 +1,7 @@
 #include "app/console_host.hpp"
 
+#include "common/text.hpp"
+
 #ifdef _WIN32
 #include <io.h>
 #include <windows.h>
@@ -167,6 +169,54 @@ MessageBoxResult ConsoleHost::message_box(std::string_view text, std::string_vie
 // The console has no debugger window: lines run on as if Step were pressed.
 DebugAction ConsoleHost::debug_stop(const DebugView&) {
     return DebugAction::Step;
+}
+
+// Progress: at most four redraws a second; the last item always shows. The line is cut to fit
+// an 80-column terminal and wiped when the window closes.
+namespace {
+
+constexpr std::size_t kProgressWidth = 79;
+constexpr auto kProgressInterval = std::chrono::milliseconds(250);
+
+std::string progress_line(const std::string& title, const ProgressModel& m) {
+    std::string line = title + ": " + std::to_string(m.percent()) + "%  " + m.count_text();
+    for (const std::string& part : {m.rate_text(), m.time_text()})
+        if (!part.empty()) line += " " + part;
+    line.resize(text::byte_offset_of_char(line, kProgressWidth));  // whole characters
+    return line;
+}
+
+}  // namespace
+
+void ConsoleHost::progress_show(std::string_view title, std::string_view) {
+    progress_on_ = is_terminal(err_);
+    progress_title_ = title;
+    progress_width_ = 0;
+}
+
+void ConsoleHost::progress_update(const ProgressModel& model) {
+    if (!progress_on_) return;
+    const auto now = std::chrono::steady_clock::now();
+    const bool last = model.done >= model.total;
+    if (progress_width_ > 0 && !last && now - progress_drawn_ < kProgressInterval) return;
+    progress_drawn_ = now;
+    const std::string line = progress_line(progress_title_, model);
+    std::string out = "\r" + line;
+    const std::size_t width = text::char_count(line);
+    if (width < progress_width_) out.append(progress_width_ - width, ' ');
+    progress_width_ = width;
+    std::fwrite(out.data(), 1, out.size(), err_);
+    std::fflush(err_);
+}
+
+void ConsoleHost::progress_close() {
+    if (progress_on_ && progress_width_ > 0) {
+        const std::string wipe = "\r" + std::string(progress_width_, ' ') + "\r";
+        std::fwrite(wipe.data(), 1, wipe.size(), err_);
+        std::fflush(err_);
+    }
+    progress_on_ = false;
+    progress_width_ = 0;
 }
 
 }  // namespace quiller

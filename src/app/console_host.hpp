@@ -1,8 +1,11 @@
 // The console host: printed output on stdout, windows' texts and prompts on stderr, answers
-// from stdin.
+// from stdin. The progress window is one line on stderr, redrawn in place, when that is a
+// terminal.
 #pragma once
 
+#include <chrono>
 #include <cstdio>
+#include <string>
 
 #include "ui/host.hpp"
 
@@ -24,6 +27,9 @@ class ConsoleHost final : public Host {
     MessageBoxResult message_box(std::string_view text, std::string_view title,
                                  MessageBoxButtons buttons) override;
     DebugAction debug_stop(const DebugView& view) override;
+    void progress_show(std::string_view title, std::string_view unit) override;
+    void progress_update(const ProgressModel& model) override;
+    void progress_close() override;
 
   private:
     void write_err(std::string_view title, std::string_view text);
@@ -33,6 +39,11 @@ class ConsoleHost final : public Host {
     std::FILE* err_;
     std::FILE* in_;
     bool interactive_;
+
+    bool progress_on_ = false;
+    std::string progress_title_;
+    std::size_t progress_width_ = 0;  // of the line on screen; 0 before the first
+    std::chrono::steady_clock::time_point progress_drawn_;
 };
 
 }  // namespace quiller

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ui/output_model.hpp"
+#include "ui/progress_model.hpp"
 
 namespace quiller {
 
@@ -78,6 +79,14 @@ class Host {
 
     // Lets the windows process pending events (long work calls it between units).
     virtual void process_events() {}
+
+    // Progress window: shown by long work, updated between its items, closed at its end. Hosts
+    // without one ignore it.
+    virtual void progress_show(std::string_view /*title*/, std::string_view /*unit*/) {}
+    virtual void progress_update(const ProgressModel& /*model*/) {}
+    virtual void progress_close() {}
+    // True once the user pressed the window's Cancel button; the work then stops cleanly.
+    virtual bool progress_cancelled() { return false; }
 };
 
 }  // namespace quiller

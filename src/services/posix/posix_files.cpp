@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "services/posix/posix_file_operations.hpp"
 #include "services/posix/posix_platform.hpp"
 
 namespace quiller::posix {
@@ -52,7 +53,8 @@ std::optional<FileStatus> PosixFileSystem::status(const std::string& path) {
     const std::string p = native_path(path);
     struct stat st {};
     if (p.empty() || ::stat(p.c_str(), &st) != 0) return std::nullopt;
-    return FileStatus{attributes_of(st, base_name(p)), static_cast<std::int64_t>(st.st_size),
+    return FileStatus{with_dos_attributes(p, attributes_of(st, base_name(p))),
+                      static_cast<std::int64_t>(st.st_size),
                       static_cast<std::int64_t>(st.st_mtime)};
 }
 

@@ -1,0 +1,38 @@
+// The problems of one file statement, gathered while it works and reported once at its end: a
+// statement reports at most one warning, so the error window shows once and on_error runs once.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quiller {
+class Engine;
+}
+
+namespace quiller::fileops {
+
+class Problems {
+  public:
+    explicit Problems(std::string_view tag) : tag_(tag) {}
+
+    // A problem; `error` is the platform's code (0 when the message says everything).
+    void add(std::string message, int error = 0);
+    bool empty() const { return count_ == 0; }
+
+    // One warning: "(tag) " + the first problem, + " (and N more)" when there were others, with
+    // the platform's text for the first problem's error.
+    void report(Engine& e) const;
+
+  private:
+    std::string tag_;
+    std::string first_;
+    int error_ = 0;
+    int count_ = 0;
+};
+
+// A path as messages quote it.
+inline std::string quoted(std::string_view path) {
+    return "'" + std::string(path) + "'";
+}
+
+}  // namespace quiller::fileops

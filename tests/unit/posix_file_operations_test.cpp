@@ -1,0 +1,231 @@
+// The POSIX file operations on real files in a scratch directory: links are never followed out
+// of a tree, copies are whole and keep times and modes, nothing named is overwritten, and the
+// kept attribute word; then the statements through the engine (progress, listings, refusals).
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "engine/engine.hpp"
+#include "services/file_operation_select.hpp"
+#include "services/posix/posix_file_operations.hpp"
+#include "services/posix/posix_platform.hpp"
+
+namespace quiller {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PosixFileOperationsTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        std::string pattern = fs::temp_directory_path() / "quiller-fops-XXXXXX";
+        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+        dir = fs::canonical(pattern);
+    }
+    void TearDown() override {
+        std::error_code ec;
+        for (const auto& e : fs::recursive_directory_iterator(dir, ec))
+            if (!e.is_symlink())
+                fs::permissions(e.path(), fs::perms::owner_all, fs::perm_options::add, ec);
+        fs::remove_all(dir, ec);
+    }
+    std::string path(const std::string& name) const { return (dir / name).string(); }
+    void write(const std::string& name, const std::string& bytes) const {
+        fs::create_directories((dir / name).parent_path());
+        std::ofstream(path(name), std::ios::binary) << bytes;
+    }
+    std::string content(const std::string& name) const {
+        std::ifstream in(path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+    mode_t mode(const std::string& name) const {
+        struct stat st {};
+        ::stat(path(name).c_str(), &st);
+        return st.st_mode & 07777;
+    }
+    bool xattrs_work() const {
+        write("probe", "");
+        return ::setxattr(path("probe").c_str(), "user.probe", "1", 1, 0) == 0;
+    }
+
+    fs::path dir;
+    posix::PosixFileOperations ops;
+    int error = 0;
+};
+
+TEST_F(PosixFileOperationsTest, EntriesDescribeLinksByTheirTargets) {
+    write("a.txt", "12345");
+    fs::create_directory(dir / "sub");
+    fs::create_directory_symlink(dir / "sub", dir / "to-sub");
+    fs::create_symlink(dir / "none", dir / "dangling");
+    const auto file = ops.entry(path("a.txt"), error);
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->name, "a.txt");
+    EXPECT_EQ(file->size, 5);
+    EXPECT_FALSE(file->directory);
+    EXPECT_EQ(file->attributes, kAttrArchive);
+    const auto link = ops.entry(path("to-sub") + "/", error);
+    ASSERT_TRUE(link);
+    EXPECT_TRUE(link->directory && link->link);
+    const auto dangling = ops.entry(path("dangling"), error);
+    ASSERT_TRUE(dangling);
+    EXPECT_TRUE(dangling->link && !dangling->directory);
+    EXPECT_FALSE(ops.entry(path("missing"), error));
+    EXPECT_TRUE(ops.not_found(error));
+    EXPECT_EQ(ops.list(path(""), error)->size(), 4u);
+}
+
+TEST_F(PosixFileOperationsTest, RemovingATreeNeverFollowsLinks) {
+    write("outside/keep.txt", "keep");
+    write("tree/a/b/c.txt", "c");
+    write("tree/read-only.txt", "r");
+    fs::permissions(dir / "tree/read-only.txt", fs::perms::owner_read);
+    fs::permissions(dir / "tree/a/b", fs::perms::owner_read | fs::perms::owner_exec);
+    fs::create_directory_symlink(dir / "outside", dir / "tree/a/link-dir");
+    fs::create_symlink(dir / "outside/keep.txt", dir / "tree/link-file");
+    std::string failed;
+    ASSERT_TRUE(ops.remove_tree(path("tree"), failed, error)) << failed << " " << error;
+    EXPECT_FALSE(fs::exists(dir / "tree"));
+    EXPECT_EQ(content("outside/keep.txt"), "keep");
+}
+
+TEST_F(PosixFileOperationsTest, RemovingALinkedTreeRemovesTheLinkAlone) {
+    write("real/keep.txt", "keep");
+    fs::create_directory_symlink(dir / "real", dir / "link");
+    std::string failed;
+    ASSERT_TRUE(ops.remove_tree(path("link"), failed, error));
+    EXPECT_FALSE(fs::exists(fs::symlink_status(dir / "link")));
+    EXPECT_EQ(content("real/keep.txt"), "keep");
+}
+
+TEST_F(PosixFileOperationsTest, CopiesKeepTimesAndModeAndLeaveNoTemporaryFile) {
+    write("from.txt", "content");
+    ::chmod(path("from.txt").c_str(), 0640);
+    const struct timespec times[2] = {{1000000000, 0}, {1234567890, 500}};
+    ::utimensat(AT_FDCWD, path("from.txt").c_str(), times, 0);
+    write("to.txt", "old and longer content");
+    ASSERT_TRUE(ops.copy_file(path("from.txt"), path("to.txt"), error)) << error;
+    EXPECT_EQ(content("to.txt"), "content");
+    EXPECT_EQ(mode("to.txt"), 0640u);
+    struct stat st {};
+    ::stat(path("to.txt").c_str(), &st);
+    EXPECT_EQ(st.st_mtim.tv_sec, 1234567890);
+    EXPECT_EQ(st.st_mtim.tv_nsec, 500);
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 2);
+}
+
+TEST_F(PosixFileOperationsTest, CopiesNeverReplaceReadOnlyFilesDirectoriesOrThemselves) {
+    write("from.txt", "new");
+    write("ro.txt", "old");
+    ::chmod(path("ro.txt").c_str(), 0444);
+    EXPECT_FALSE(ops.copy_file(path("from.txt"), path("ro.txt"), error));
+    EXPECT_EQ(error, EACCES);
+    EXPECT_EQ(content("ro.txt"), "old");
+    fs::create_directory(dir / "d");
+    EXPECT_FALSE(ops.copy_file(path("from.txt"), path("d"), error));
+    EXPECT_FALSE(ops.copy_file(path("from.txt"), path("./from.txt"), error));
+    EXPECT_EQ(content("from.txt"), "new");
+    EXPECT_FALSE(ops.copy_file(path("d"), path("x"), error));
+    EXPECT_EQ(error, EISDIR);
+}
+
+TEST_F(PosixFileOperationsTest, ACopyOntoALinkReplacesWhatItPointsAt) {
+    write("from.txt", "new");
+    write("real.txt", "old");
+    fs::create_symlink(dir / "real.txt", dir / "link.txt");
+    ASSERT_TRUE(ops.copy_file(path("from.txt"), path("link.txt"), error));
+    EXPECT_TRUE(fs::is_symlink(dir / "link.txt"));
+    EXPECT_EQ(content("real.txt"), "new");
+}
+
+TEST_F(PosixFileOperationsTest, RenamesNeverReplace) {
+    write("a.txt", "a");
+    write("b.txt", "b");
+    EXPECT_FALSE(ops.rename(path("a.txt"), path("b.txt"), error));
+    EXPECT_EQ(error, EEXIST);
+    EXPECT_EQ(content("a.txt"), "a");
+    EXPECT_EQ(content("b.txt"), "b");
+    EXPECT_TRUE(ops.rename(path("a.txt"), path("c.txt"), error));
+    EXPECT_EQ(content("c.txt"), "a");
+}
+
+TEST_F(PosixFileOperationsTest, ResolvingNormalisesAndFollowsLinks) {
+    fs::create_directory(dir / "d");
+    fs::create_directory_symlink("/", dir / "to-root");
+    EXPECT_EQ(ops.resolve(path("d/../d//")), path("d"));
+    EXPECT_EQ(ops.resolve(path("to-root")), "/");
+    EXPECT_EQ(ops.resolve(path("to-root/")), "/");
+    EXPECT_EQ(ops.resolve(path("d/new/../other")), path("d/other"));
+    EXPECT_EQ(ops.resolve("//"), "/");
+}
+
+TEST_F(PosixFileOperationsTest, TheHomeDirectoryAndRootsAreProtected) {
+    fs::create_directories(dir / "home/ada/work");
+    fs::create_directory_symlink(dir / "home/ada", dir / "to-home");
+    fs::create_directory_symlink("/", dir / "to-root");
+    const char* old_home = std::getenv("HOME");
+    const std::string saved = old_home ? old_home : "";
+    ::setenv("HOME", path("home/ada").c_str(), 1);
+    EXPECT_EQ(fileops::protected_reason(ops, path("home/ada/")), "it is the home directory");
+    EXPECT_EQ(fileops::protected_reason(ops, path("to-home")), "it is the home directory");
+    EXPECT_EQ(fileops::protected_reason(ops, path("home/ada/work/..")), "it is the home directory");
+    EXPECT_EQ(fileops::protected_reason(ops, path("home")), "it holds the home directory");
+    EXPECT_EQ(fileops::protected_reason(ops, path("to-root")), "it is a root directory");
+    EXPECT_EQ(fileops::protected_reason(ops, "/tmp/.."), "it is a root directory");
+    EXPECT_EQ(fileops::protected_reason(ops, path("home/ada/work")), "");
+    if (old_home)
+        ::setenv("HOME", saved.c_str(), 1);
+    else
+        ::unsetenv("HOME");
+}
+
+TEST_F(PosixFileOperationsTest, ReadOnlyIsTheWriteBits) {
+    write("f.txt", "x");
+    ::chmod(path("f.txt").c_str(), 0664);
+    EXPECT_EQ(ops.set_attributes(path("f.txt"), kAttrReadOnly, 0, error), AttributeResult::Done);
+    EXPECT_EQ(mode("f.txt"), 0444u);
+    EXPECT_EQ(ops.set_attributes(path("f.txt"), 0, kAttrReadOnly, error), AttributeResult::Done);
+    EXPECT_EQ(mode("f.txt"), 0644u);  // the owner's write bit only
+}
+
+TEST_F(PosixFileOperationsTest, OtherAttributesAreKeptInTheExtendedAttribute) {
+    if (!xattrs_work()) GTEST_SKIP() << "no user extended attributes here";
+    write("f.txt", "x");
+    posix::PosixFileSystem files;
+    EXPECT_EQ(ops.set_attributes(path("f.txt"), kAttrHidden | kAttrSystem, 0, error),
+              AttributeResult::Done);
+    char value[32] = {};
+    ASSERT_EQ(::getxattr(path("f.txt").c_str(), "user.DOSATTRIB", value, sizeof value - 1), 4);
+    EXPECT_STREQ(value, "0x26");
+    EXPECT_EQ(files.status(path("f.txt"))->attributes, kAttrHidden | kAttrSystem | kAttrArchive);
+    EXPECT_EQ(ops.set_attributes(path("f.txt"), kAttrReadOnly | kAttrCompressed,
+                                 kAttrArchive | kAttrSystem, error),
+              AttributeResult::Done);
+    EXPECT_EQ(files.status(path("f.txt"))->attributes,
+              kAttrReadOnly | kAttrHidden | kAttrCompressed);
+    // A read-only file still takes changes, and a copy carries the word with archive set.
+    EXPECT_EQ(ops.set_attributes(path("f.txt"), 0, kAttrHidden, error), AttributeResult::Done);
+    ASSERT_TRUE(ops.copy_file(path("f.txt"), path("g.txt"), error));
+    EXPECT_EQ(files.status(path("g.txt"))->attributes,
+              kAttrReadOnly | kAttrArchive | kAttrCompressed);
+}
+
+TEST_F(PosixFileOperationsTest, AnUnreadableWordIsIgnored) {
+    if (!xattrs_work()) GTEST_SKIP() << "no user extended attributes here";
+    write("f.txt", "x");
+    const char binary[] = {3, 0, 4, 0, 0, 0, 0, 0};
+    ::setxattr(path("f.txt").c_str(), "user.DOSATTRIB", binary, sizeof binary, 0);
+    EXPECT_EQ(posix::PosixFileSystem().status(path("f.txt"))->attributes, kAttrArchive);
+    fs::create_directory(dir / "d");
+    ::setxattr(path("d").c_str(), "user.DOSATTRIB", "0x2", 3, 0);
+    EXPECT_EQ(posix::PosixFileSystem().status(path("d"))->attributes, kAttrDirectory | kAttrHidden);
+}
+
+}  // namespace
+}  // namespace quiller
