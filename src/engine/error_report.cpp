@@ -28,7 +28,7 @@ void Engine::report_error(std::string_view message, Severity severity,
         text += kLineBreak;
         text += kLineBreak;
         text += "(This dialog will be skipped if the file is passed as the 1st parameter.)";
-        chosen_script_ = host_.choose_script(title, text, {});
+        chosen_script_ = host_.choose_script(title, text, chosen_script_);
         return;
     }
 

@@ -5,9 +5,18 @@
 #include "common/value.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
+#include "services/registry_engine.hpp"
 #include "version.hpp"
 
 namespace quiller {
+namespace {
+
+// The program's settings in the registry: "LastPrg", the script last chosen in the
+// file-choosing window (offered there next time; a script named on the command line is not
+// remembered).
+constexpr std::string_view kSettingsKey = "HKEY_CURRENT_USER\\Software\\Quiller";
+
+}  // namespace
 
 Engine::Engine(Host& host, Platform& platform)
     : host_(host),
@@ -56,9 +65,11 @@ void Engine::startup(std::string_view command_line) {
         message += kLineBreak;
         message += kLineBreak;
         message += "(See README.TXT for valid script commands)";
+        chosen_script_ = registry_operations(*this).read_reg(kSettingsKey, "LastPrg");
         report_error(message, Severity::ChooseFile);
         script = chosen_script_;
         if (script.empty()) end_run(2);
+        registry_operations(*this).write_reg(kSettingsKey, "LastPrg", script, "REG_SZ");
     }
     if (script.find('.') == std::string::npos) script += ".prg";
 

@@ -6,9 +6,13 @@
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"
+#include "services/registry_engine.hpp"
 
 namespace quiller::statements {
 namespace {
+
+// The output window's placement in the registry.
+constexpr std::string_view kDisplayFormKey = "HKEY_CURRENT_USER\\Software\\Quiller\\DisplayForm";
 
 // A whole number as the window statements convert their arguments (rounded half to even, 32-bit).
 int whole_number(std::string_view text) {
@@ -74,13 +78,20 @@ void printtofile(Engine& e) {
     if (!file->close() || !ok) throw failures::path_access_error();
 }
 
-// `printwindow left top width height` (twips).
+// `printwindow left top width height` (twips). The placement is stored for the output window
+// first, value by value, so values written before a bad number stay written.
 void printwindow(Engine& e) {
     const Slots& s = e.slots();
-    const int left = whole_number(s[1]);
-    const int top = whole_number(s[2]);
-    const int width = whole_number(s[3]);
-    const int height = whole_number(s[4]);
+    RegistryOperations registry = registry_operations(e);
+    const auto store = [&](std::string_view name, std::string_view text) {
+        const int n = whole_number(text);
+        registry.write_reg(kDisplayFormKey, name, std::to_string(n), "REG_SZ");
+        return n;
+    };
+    const int top = store("Top", s[2]);
+    const int height = store("Height", s[4]);
+    const int left = store("Left", s[1]);
+    const int width = store("Width", s[3]);
     e.host().output_place(left, top, width, height);
 }
 

@@ -1,5 +1,5 @@
 // A host for tests: records everything the engine shows and answers from a prepared script,
-// over an in-memory platform with a fixed clock and environment.
+// over an in-memory platform (files, registry) with a fixed clock and environment.
 #pragma once
 
 #include <deque>
@@ -46,7 +46,10 @@ class ScriptedHost final : public Host {
         error_choices.pop_front();
         return c;
     }
-    std::string choose_script(std::string_view, std::string_view, std::string_view) override {
+    std::string offered_script;  // the name the file-choosing window was filled with
+    std::string choose_script(std::string_view, std::string_view,
+                              std::string_view last_script) override {
+        offered_script = last_script;
         return chosen_script;
     }
     MessageBoxResult message_box(std::string_view text, std::string_view,
@@ -120,11 +123,14 @@ struct Harness {
     ScriptedHost host;
     Platform platform;
     MemoryFiles* files;
+    RegistryStore* registry;  // in memory: tests never touch a real store
 
     Harness() {
         auto f = std::make_unique<MemoryFiles>();
         files = f.get();
         platform.files = std::move(f);
+        platform.registry = make_memory_registry_store();
+        registry = platform.registry.get();
         platform.environment = std::make_unique<FixedEnvironment>();
         platform.clock = std::make_unique<FixedClock>();
     }
