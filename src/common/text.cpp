@@ -188,10 +188,14 @@ std::wstring nls_map(std::wstring_view w, DWORD flags) {
     return out;
 }
 
+// Linguistic casing: the Unicode simple mappings. Without it the system applies the file
+// system's table, which leaves letters such as the Kelvin sign and long s alone.
+constexpr DWORD kLower = LCMAP_LOWERCASE | LCMAP_LINGUISTIC_CASING;
+constexpr DWORD kUpper = LCMAP_UPPERCASE | LCMAP_LINGUISTIC_CASING;
+
 // Maps well-formed UTF-8 with the system's (simple, one-to-one) case tables.
 std::string map_valid_platform(std::string_view s, CaseKind kind) {
-    const DWORD flags = kind == CaseKind::lower ? LCMAP_LOWERCASE : LCMAP_UPPERCASE;
-    return wide_to_utf8(nls_map(utf8_to_wide(s), flags));
+    return wide_to_utf8(nls_map(utf8_to_wide(s), kind == CaseKind::lower ? kLower : kUpper));
 }
 
 // Windows has no full case folding; upper- then lower-casing gives the common folding for the
@@ -199,8 +203,7 @@ std::string map_valid_platform(std::string_view s, CaseKind kind) {
 Folding fold_platform(char32_t cp) {
     std::string utf8;
     append_utf8(utf8, cp);
-    const std::wstring folded =
-        nls_map(nls_map(utf8_to_wide(utf8), LCMAP_UPPERCASE), LCMAP_LOWERCASE);
+    const std::wstring folded = nls_map(nls_map(utf8_to_wide(utf8), kUpper), kLower);
     Folding f;
     for (std::size_t i = 0; i < folded.size() && f.count < f.cps.size(); ++i) {
         char32_t c = static_cast<char16_t>(folded[i]);

@@ -1,7 +1,8 @@
 // Files opened by scripts and atomic replacement on Win32.
 //
 // Only disk files are read (a pipe could block, a device stream for ever); writing also accepts
-// character devices such as NUL. Read-only files are never written: the system refuses them.
+// character devices such as NUL. A file with the read-only attribute is never written, even by an
+// administrator.
 #include <string>
 
 #include "services/win32/win32_handle.hpp"
@@ -85,6 +86,12 @@ DWORD access_for(OpenMode mode) {
     return GENERIC_READ;
 }
 
+// The read-only attribute decides, even for an administrator (or root under Wine).
+bool is_read_only(const std::wstring& name) {
+    const DWORD attrs = GetFileAttributesW(name.c_str());
+    return attrs != INVALID_FILE_ATTRIBUTES && (attrs & FILE_ATTRIBUTE_READONLY);
+}
+
 // Why an opened handle can't serve the mode (0 when it can).
 DWORD unusable(HANDLE h, OpenMode mode) {
     const DWORD type = GetFileType(h);
@@ -95,9 +102,14 @@ DWORD unusable(HANDLE h, OpenMode mode) {
 // Opens and checks the file; an invalid handle with `error` set on failure. Writing truncates
 // only after the checks.
 FileHandle open_checked(const std::string& path, OpenMode mode, int& error) {
+    const std::wstring name = native_path(path);
+    if (mode != OpenMode::Read && is_read_only(name)) {
+        error = ERROR_ACCESS_DENIED;
+        return FileHandle();
+    }
     const DWORD disposition = mode == OpenMode::Read ? OPEN_EXISTING : OPEN_ALWAYS;
-    FileHandle file(CreateFileW(native_path(path).c_str(), access_for(mode), kShareAll, nullptr,
-                                disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    FileHandle file(CreateFileW(name.c_str(), access_for(mode), kShareAll, nullptr, disposition,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD code = file.valid() ? unusable(file.get(), mode) : GetLastError();
     if (code == 0 && mode == OpenMode::Write && GetFileType(file.get()) == FILE_TYPE_DISK &&
         !SetEndOfFile(file.get()))
@@ -117,6 +129,24 @@ FileHandle create_sibling(const std::string& path, std::wstring& temp) {
         if (file.valid() || GetLastError() != ERROR_FILE_EXISTS) return file;
     }
     return FileHandle();
+}
+
+// Writes `bytes` to a new file beside `path` and flushes it to the disk; 0 or the error code.
+// `temp` names the file once it exists.
+DWORD write_sibling(const std::string& path, std::string_view bytes, std::wstring& temp) {
+    FileHandle file = create_sibling(path, temp);
+    if (!file.valid()) {
+        const DWORD code = GetLastError();
+        temp.clear();
+        return code;
+    }
+    bool ok = write_all(file.get(), bytes.data(), bytes.size()) && FlushFileBuffers(file.get());
+    DWORD code = ok ? 0 : GetLastError();
+    if (!file.close() && ok) {
+        ok = false;
+        code = GetLastError();
+    }
+    return ok ? 0 : (code != 0 ? code : ERROR_WRITE_FAULT);
 }
 
 // The replaced file keeps its hidden, system and archive attributes.
@@ -141,31 +171,24 @@ std::unique_ptr<OpenFile> Win32FileSystem::open(const std::string& path, OpenMod
 }
 
 bool Win32FileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {
-    const DWORD old = GetFileAttributesW(native_path(path).c_str());
+    const std::wstring target = native_path(path);
+    const DWORD old = GetFileAttributesW(target.c_str());
     if (old != INVALID_FILE_ATTRIBUTES &&
         (old & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY))) {
         error = ERROR_ACCESS_DENIED;
         return false;
     }
     std::wstring temp;
-    FileHandle file = create_sibling(path, temp);
-    if (!file.valid()) {
-        error = static_cast<int>(GetLastError());
-        return false;
-    }
-    bool ok = write_all(file.get(), bytes.data(), bytes.size()) && FlushFileBuffers(file.get());
-    if (!ok) error = static_cast<int>(GetLastError());
-    ok = file.close() && ok;
-    const std::wstring target = native_path(path);
-    if (ok) {
+    DWORD code = write_sibling(path, bytes, temp);
+    if (code == 0) {
         copy_attributes(target, temp);
         if (MoveFileExW(temp.c_str(), target.c_str(),
                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
             return true;
-        error = static_cast<int>(GetLastError());
+        code = GetLastError();
     }
-    DeleteFileW(temp.c_str());
-    if (error == 0) error = ERROR_WRITE_FAULT;
+    if (!temp.empty()) DeleteFileW(temp.c_str());
+    error = static_cast<int>(code != 0 ? code : ERROR_WRITE_FAULT);
     return false;
 }
 

@@ -1,5 +1,9 @@
 // The set of Win32 services one run uses.
 #include "services/win32/win32_platform.hpp"
+#include "services/file_operations.hpp"
+#include "services/network.hpp"
+#include "services/processes.hpp"
+#include "services/registry_store.hpp"
 
 namespace quiller {
 
@@ -8,6 +12,10 @@ Platform make_platform() {
     p.files = std::make_unique<win32::Win32FileSystem>();
     p.environment = std::make_unique<win32::Win32Environment>();
     p.clock = std::make_unique<win32::Win32Clock>();
+    p.registry = make_registry_store();
+    p.processes = make_processes();
+    p.file_operations = make_file_operations();
+    p.network = make_network();
     return p;
 }
 

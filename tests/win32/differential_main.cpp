@@ -1,0 +1,178 @@
+// quiller_differential: reads and writes thousands of numbers and dates both with Quiller's value
+// layer and with the system's own conversions (oleaut32, en-US), and reports every difference.
+//
+//   quiller_differential KNOWN_DIFFERENCES_FILE REFERENCE_DIR [--quiet]
+//
+// A difference listed in the known-differences file is reported as known; any other one fails
+// the run (exit status 1). --quiet leaves the known ones out of the report.
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+
+#include "common/value.hpp"
+#include "differential.hpp"
+
+namespace quiller::differential {
+namespace {
+
+// What a reading or a writing gave, as the report shows it.
+using Outcome = std::optional<std::string>;
+
+std::string number_outcome(std::optional<double> v) {
+    if (!v) return "(not accepted)";
+    char buffer[40];
+    std::snprintf(buffer, sizeof buffer, "%.17g", *v);
+    return buffer;
+}
+
+// How a reading differs: nothing when it doesn't; "only-quiller" or "only-system" when one side
+// alone accepts the text; "rounding" when the numbers are a few units in the last place apart;
+// else "value". Numbers within `tolerance` count as the same.
+const char* reading_difference(std::optional<double> ours, std::optional<double> system,
+                               double tolerance) {
+    if (!ours && !system) return nullptr;
+    if (!system) return "only-quiller";
+    if (!ours) return "only-system";
+    const double gap = std::fabs(*ours - *system);
+    if (gap <= tolerance) return nullptr;
+    const double scale = std::max(std::fabs(*ours), std::fabs(*system));
+    return gap <= scale * 1e-14 ? "rounding" : "value";
+}
+
+struct Tally {
+    int compared = 0;
+    int known = 0;
+    int unknown = 0;
+};
+
+class Report {
+  public:
+    Report(std::vector<KnownDifference>& known, bool quiet) : known_(known), quiet_(quiet) {}
+
+    // Counts one comparison and reports it when `difference` names how it differs.
+    void compare(std::string_view kind, const char* difference, std::string_view input,
+                 const std::string& ours, const std::string& system) {
+        ++tally_.compared;
+        if (!difference) return;
+        const std::string full_kind = std::string(kind) + ":" + difference;
+        const std::string shown = escape(input);
+        KnownDifference* k = find_known(known_, full_kind, shown);
+        if (k) {
+            ++k->uses;
+            ++tally_.known;
+            if (quiet_) return;
+        } else {
+            ++tally_.unknown;
+        }
+        std::printf("%s %-24s \"%s\"  quiller: %s  system: %s%s\n", k ? "known" : "NEW  ",
+                    full_kind.c_str(), shown.c_str(), ours.c_str(), system.c_str(),
+                    k ? ("  (line " + std::to_string(k->line) + ")").c_str() : "");
+    }
+
+    const Tally& tally() const { return tally_; }
+
+  private:
+    std::vector<KnownDifference>& known_;
+    bool quiet_;
+    Tally tally_;
+};
+
+void compare_number_texts(const Inputs& in, Report& report) {
+    for (const std::string& text : in.number_texts) {
+        const std::optional<double> ours = value::parse_locale_number(text);
+        const std::optional<double> system = system_number(text);
+        report.compare("number", reading_difference(ours, system, 0), text, number_outcome(ours),
+                       number_outcome(system));
+    }
+}
+
+void compare_date_texts(const Inputs& in, Report& report) {
+    const int year = system_current_year();
+    for (const std::string& text : in.date_texts) {
+        const std::optional<double> ours = value::parse_date(text, year);
+        const std::optional<double> system = system_date(text);
+        // Day numbers count as the same within half a second.
+        report.compare("date", reading_difference(ours, system, 0.5 / 86400), text,
+                       number_outcome(ours), number_outcome(system));
+    }
+}
+
+// True when `v` lies exactly halfway between two 15-digit decimals, where rounding half up and
+// half to even part.
+bool is_tie_at_15_digits(double v) {
+    char buffer[64];
+    const char* end = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(v),
+                                    std::chars_format::scientific, 40)
+                          .ptr;
+    std::string digits;
+    for (const char* p = buffer; p != end && *p != 'e'; ++p)
+        if (*p != '.') digits += *p;
+    return digits.size() > 16 && digits[15] == '5' &&
+           digits.find_first_not_of('0', 16) == std::string::npos;
+}
+
+void compare_writing(const char* kind, const std::vector<double>& values,
+                     const std::function<std::string(double)>& ours,
+                     const std::function<Outcome(double)>& system, Report& report) {
+    for (const double v : values) {
+        const std::string mine = ours(v);
+        const Outcome theirs = system(v);
+        const char* difference = nullptr;
+        if (!theirs || mine != *theirs) difference = is_tie_at_15_digits(v) ? "tie" : "text";
+        report.compare(kind, difference, number_outcome(v), "\"" + mine + "\"",
+                       theirs ? "\"" + *theirs + "\"" : "(failed)");
+    }
+}
+
+// Values of the number texts Quiller reads are written back too.
+std::vector<double> numbers_to_write(const Inputs& in) {
+    std::vector<double> values = in.numbers;
+    for (const std::string& text : in.number_texts) {
+        if (std::optional<double> v = value::parse_locale_number(text)) values.push_back(*v);
+    }
+    return values;
+}
+
+// How often each entry of the known differences served; unused ones may be stale.
+void report_uses(const std::vector<KnownDifference>& known) {
+    for (const KnownDifference& k : known) {
+        std::printf("known difference line %d (%s): %d %s\n", k.line, k.kind.c_str(), k.uses,
+                    k.uses == 0   ? "uses, maybe stale"
+                    : k.uses == 1 ? "use"
+                                  : "uses");
+    }
+}
+
+int run(const std::string& known_file, const std::string& reference_dir, bool quiet) {
+    std::optional<std::vector<KnownDifference>> known = load_known_differences(known_file);
+    if (!known) return 2;
+    const Inputs in = make_inputs(reference_dir);
+    Report report(*known, quiet);
+    compare_number_texts(in, report);
+    compare_date_texts(in, report);
+    compare_writing("number-text", numbers_to_write(in), value::format_general_number,
+                    system_number_text, report);
+    compare_writing("date-text", in.dates, value::format_general_date, system_date_text, report);
+    report_uses(*known);
+
+    const Tally& t = report.tally();
+    std::printf("differential: %d comparisons, %d known differences, %d new differences\n",
+                t.compared, t.known, t.unknown);
+    return t.unknown == 0 ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace quiller::differential
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        std::fprintf(stderr,
+                     "usage: quiller_differential KNOWN_DIFFERENCES REFERENCE_DIR [--quiet]\n");
+        return 2;
+    }
+    const bool quiet = argc > 3 && std::strcmp(argv[3], "--quiet") == 0;
+    return quiller::differential::run(argv[1], argv[2], quiet);
+}

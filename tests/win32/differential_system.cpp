@@ -1,0 +1,78 @@
+// The system's conversions: oleaut32 with LCID 0x409 (English, United States).
+#include <windows.h>
+
+#include <oleauto.h>  // after windows.h
+
+#include "differential.hpp"
+
+namespace quiller::differential {
+namespace {
+
+constexpr LCID kEnUs = 0x409;
+
+std::wstring widen(std::string_view s) {
+    if (s.empty()) return {};
+    const int size = static_cast<int>(s.size());
+    const int n = MultiByteToWideChar(CP_UTF8, 0, s.data(), size, nullptr, 0);
+    std::wstring w(static_cast<std::size_t>(n), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, s.data(), size, w.data(), n);
+    return w;
+}
+
+std::string narrow(const wchar_t* w, int size) {
+    if (size <= 0) return {};
+    const int n = WideCharToMultiByte(CP_UTF8, 0, w, size, nullptr, 0, nullptr, nullptr);
+    std::string s(static_cast<std::size_t>(n), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, w, size, s.data(), n, nullptr, nullptr);
+    return s;
+}
+
+// A variant of type `type` holding `v`, converted to text.
+std::optional<std::string> as_text(double v, VARTYPE type) {
+    VARIANT in;
+    VARIANT out;
+    VariantInit(&in);
+    VariantInit(&out);
+    in.vt = type;
+    if (type == VT_DATE) {
+        in.date = v;
+    } else {
+        in.dblVal = v;
+    }
+    if (FAILED(VariantChangeTypeEx(&out, &in, kEnUs, 0, VT_BSTR))) return std::nullopt;
+    std::string text = narrow(out.bstrVal, static_cast<int>(SysStringLen(out.bstrVal)));
+    VariantClear(&out);
+    return text;
+}
+
+}  // namespace
+
+std::optional<double> system_number(std::string_view text) {
+    std::wstring w = widen(text);  // the functions take a non-const pointer
+    double v = 0;
+    if (FAILED(VarR8FromStr(w.data(), kEnUs, 0, &v))) return std::nullopt;
+    return v;
+}
+
+std::optional<double> system_date(std::string_view text) {
+    std::wstring w = widen(text);  // the functions take a non-const pointer
+    DATE d = 0;
+    if (FAILED(VarDateFromStr(w.data(), kEnUs, 0, &d))) return std::nullopt;
+    return d;
+}
+
+std::optional<std::string> system_number_text(double v) {
+    return as_text(v, VT_R8);
+}
+
+std::optional<std::string> system_date_text(double serial) {
+    return as_text(serial, VT_DATE);
+}
+
+int system_current_year() {
+    SYSTEMTIME t{};
+    GetLocalTime(&t);
+    return t.wYear;
+}
+
+}  // namespace quiller::differential
