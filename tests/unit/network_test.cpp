@@ -196,7 +196,7 @@ struct NetHarness : Harness {
         std::vector<std::string> lines;
         for (const ShownError& e : host.errors) {
             for (std::size_t at = 0; (at = e.text.find("From ", at)) != std::string::npos;) {
-                const std::size_t end = e.text.find(kLineBreak, at);
+                const std::size_t end = e.text.find('\n', at);
                 lines.push_back(e.text.substr(at, end - at));
                 at = end;
             }

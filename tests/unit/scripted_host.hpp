@@ -19,6 +19,15 @@ struct ShownError {
     std::string text;
 };
 
+// Window texts are recorded with "\n" line ends on every platform, so tests read the same
+// everywhere (the engine writes the platform's line break).
+inline std::string lf(std::string_view text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (!(text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')) out += text[i];
+    return out;
+}
+
 class ScriptedHost final : public Host {
   public:
     std::vector<std::string> printed;
@@ -29,7 +38,7 @@ class ScriptedHost final : public Host {
     std::string chosen_script;
 
     void output_printed(const OutputModel&, std::string_view text) override {
-        printed.emplace_back(text);
+        printed.push_back(lf(text));
     }
     void output_pause(const OutputModel&, std::string_view) override {}
     void output_finished(const OutputModel&) override {}
@@ -40,7 +49,7 @@ class ScriptedHost final : public Host {
         return a;
     }
     ErrorChoice show_error(Severity s, std::string_view title, std::string_view text) override {
-        errors.push_back({s, std::string(title), std::string(text)});
+        errors.push_back({s, std::string(title), lf(text)});
         if (error_choices.empty()) return ErrorChoice::Continue;
         const ErrorChoice c = error_choices.front();
         error_choices.pop_front();
@@ -54,7 +63,7 @@ class ScriptedHost final : public Host {
     }
     MessageBoxResult message_box(std::string_view text, std::string_view,
                                  MessageBoxButtons) override {
-        message_boxes.emplace_back(text);
+        message_boxes.push_back(lf(text));
         return MessageBoxResult::Ok;
     }
     DebugAction debug_stop(const DebugView&) override { return DebugAction::Step; }
@@ -140,7 +149,7 @@ struct Harness {
         Engine engine(host, platform);
         return engine.run("job.prg " + params);
     }
-    const std::string& log() { return files->files["/tmp/ql_err.txt"]; }
+    std::string log() { return lf(files->files["/tmp/ql_err.txt"]); }
 };
 
 }  // namespace quiller::testing

@@ -3,12 +3,6 @@
 # would need to hold on both platforms. Remove an entry once its test covers Windows.
 
 set(QUILLER_POSIX_ONLY_UNIT_TESTS
-  # Window texts and log records end lines with "\n"; Windows writes "\r\n" (kLineBreak).
-  Substitution.UnclosedDelimiterShowsTheMessageBoxAndEmptiesTheText
-  ErrorReport.WarningRecordWindowAndOnError
-  ErrorReport.FatalEndsTheRunAndNamesTheScript
-  ErrorReport.LogSizeLimit
-  Loader.LineLimit
   # "Größe" = "GRÖSSE" needs full case folding (ICU); Windows folds one character at a time.
   IniProfileReader.CaseBlindNamesAndBlanks)
 
@@ -24,4 +18,11 @@ set(QUILLER_POSIX_ONLY_SCRIPT_TESTS
   # UCase and word/replace on "ß" need full case mapping (ICU).
   fn_text
   # "/" as a path separator in the script's name.
-  startup_paths)
+  startup_paths
+  # Programs start through /bin/sh, the opener is xdg-open found on PATH.
+  process_shell
+  process_web
+  process_web_no_opener
+  process_shutdown
+  # The POSIX warnings of drive and printer connections; Windows answers for real.
+  network_posix_unavailable)
