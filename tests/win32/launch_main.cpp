@@ -71,9 +71,21 @@ std::wstring child_command(const wchar_t* own_line, std::wstring& temp_folder) {
     return L"\"" + windows_path(unquoted(word, end)) + L"\"" + end;
 }
 
+// Leaves the file named by QUILLER_LAUNCH_MARK, so the caller knows that Wine started the
+// launcher at all (and may safely try again when it did not).
+void mark_started() {
+    wchar_t path[1024];
+    const DWORD n = GetEnvironmentVariableW(L"QUILLER_LAUNCH_MARK", path, 1024);
+    if (n == 0 || n >= 1024) return;
+    const std::wstring file = windows_path(path);
+    HANDLE h = CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    if (h != INVALID_HANDLE_VALUE) CloseHandle(h);
+}
+
 }  // namespace
 
 int main() {
+    mark_started();
     std::wstring temp_folder;
     std::wstring command = child_command(GetCommandLineW(), temp_folder);
     if (command.empty()) return 125;
