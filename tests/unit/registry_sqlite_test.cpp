@@ -3,7 +3,6 @@
 #ifndef _WIN32
 #include <gtest/gtest.h>
 #include <sqlite3.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -37,50 +36,49 @@ class RegistrySqlite : public ::testing::Test {
     }
     static int write(RegistryStore& s, std::string_view subkey, std::string_view name,
                      std::string_view text) {
-        RegistryStatus st = s.create_key(key(subkey));
-        if (st.ok()) st = s.set_value(key(subkey), name, data_from_text(text, reg_type::kSz));
-        return st.code;
+        return s.write_value(key(subkey), name, data_from_text(text, reg_type::kSz)).code;
     }
     static std::string read(RegistryStore& s, std::string_view subkey, std::string_view name) {
         RegistryData d;
-        const RegistryStatus st = s.read_value(key(subkey), name, d);
-        return st.ok() ? text_from_data(d) : "<" + std::to_string(st.code) + ">";
+        return s.read_value(key(subkey), name, d).ok() ? text_from_data(d) : "(none)";
     }
-    std::string file_bytes(const std::string& path) {
-        std::ifstream in(path, std::ios::binary);
+    std::string file_bytes() {
+        std::ifstream in(db, std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
+    }
+    // Runs SQL on the file itself; the first column of the last row.
+    std::string sql(const char* statement) {
+        sqlite3* handle = nullptr;
+        std::string out;
+        EXPECT_EQ(sqlite3_open(db.c_str(), &handle), SQLITE_OK);
+        sqlite3_exec(
+            handle, statement,
+            [](void* o, int, char** v, char**) { return *static_cast<std::string*>(o) = v[0], 0; },
+            &out, nullptr);
+        sqlite3_close(handle);
+        return out;
     }
 
     fs::path dir;
     std::string db;
 };
 
-TEST_F(RegistrySqlite, OpenedOnFirstUseWithPrivateMode) {
-    auto store = posix::make_sqlite_registry_store(db);
-    EXPECT_FALSE(fs::exists(db));
-    EXPECT_FALSE(fs::exists(dir / "sub"));
-    ASSERT_EQ(write(*store, "Software\\Quiller", "LastPrg", "job.prg"), 0);
-    struct stat st {};
-    ASSERT_EQ(::stat(db.c_str(), &st), 0);
-    EXPECT_EQ(st.st_mode & 0777, 0600u);
-    ASSERT_EQ(::stat((dir / "sub").c_str(), &st), 0);
-    EXPECT_EQ(st.st_mode & 0777, 0700u);
-}
-
-TEST_F(RegistrySqlite, KeepsValuesAcrossOpenings) {
+TEST_F(RegistrySqlite, MadeOnFirstUsePrivateAndKeptAcrossOpenings) {
     {
         auto store = posix::make_sqlite_registry_store(db);
+        EXPECT_FALSE(fs::exists(dir / "sub"));
         ASSERT_EQ(write(*store, "A\\B", "v", "kept"), 0);
     }
-    auto again = posix::make_sqlite_registry_store(db);
-    EXPECT_EQ(read(*again, "a\\b", "V"), "kept");
+    EXPECT_EQ(fs::status(db).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(fs::status(dir / "sub").permissions(), fs::perms::owner_all);
+    EXPECT_EQ(read(*posix::make_sqlite_registry_store(db), "a\\b", "V"), "kept");
 }
 
 TEST_F(RegistrySqlite, FileLocationFromTheEnvironment) {
-    const char* saved[] = {std::getenv("QUILLER_REGISTRY"), std::getenv("XDG_DATA_HOME"),
-                           std::getenv("HOME")};
-    const std::string keep[] = {saved[0] ? saved[0] : "", saved[1] ? saved[1] : "",
-                                saved[2] ? saved[2] : ""};
+    const char* names[] = {"QUILLER_REGISTRY", "XDG_DATA_HOME", "HOME"};
+    std::optional<std::string> saved[3];
+    for (int i = 0; i < 3; ++i)
+        if (const char* v = std::getenv(names[i])) saved[i] = v;
     ::setenv("QUILLER_REGISTRY", "/x/r.db", 1);
     ::setenv("XDG_DATA_HOME", "/data", 1);
     ::setenv("HOME", "/home/ada", 1);
@@ -89,189 +87,122 @@ TEST_F(RegistrySqlite, FileLocationFromTheEnvironment) {
     EXPECT_EQ(posix::registry_file_path(), "/data/quiller/registry.db");
     ::setenv("XDG_DATA_HOME", "relative", 1);  // not absolute: ignored
     EXPECT_EQ(posix::registry_file_path(), "/home/ada/.local/share/quiller/registry.db");
-    ::unsetenv("XDG_DATA_HOME");
-    EXPECT_EQ(posix::registry_file_path(), "/home/ada/.local/share/quiller/registry.db");
-    const char* names[] = {"QUILLER_REGISTRY", "XDG_DATA_HOME", "HOME"};
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 3; ++i)
         if (saved[i])
-            ::setenv(names[i], keep[i].c_str(), 1);
+            ::setenv(names[i], saved[i]->c_str(), 1);
         else
             ::unsetenv(names[i]);
-    }
 }
 
-TEST_F(RegistrySqlite, SeveralProcessesLoseNothing) {
-    constexpr int kProcesses = 4;
+// One process holds a batch open while four others start writing: they wait for it and for each
+// other, and nothing is lost. Pipes order the steps; the test itself opens no store before forking.
+TEST_F(RegistrySqlite, SeveralWritersWaitAndLoseNothing) {
+    constexpr int kWriters = 4;
     constexpr int kWrites = 250;
-    for (int p = 0; p < kProcesses; ++p) {
+    const auto name = [](int p, int i) { return std::to_string(p) + "-" + std::to_string(i); };
+    const auto subkey = [](int i) { return "Shared\\P" + std::to_string(i % 3); };
+    int locked[2], ready[2], release[2];
+    ASSERT_EQ(::pipe(locked) | ::pipe(ready) | ::pipe(release), 0);
+    char c = 0;
+    if (::fork() == 0) {
+        auto store = posix::make_sqlite_registry_store(db);
+        store->begin_batch();
+        const bool ok = write(*store, "Shared", "holder", "1") == 0;
+        (void)!::write(locked[1], "x", 1);
+        (void)!::read(release[0], &c, 1);
+        ::_exit(ok && store->end_batch() == 0 ? 0 : 1);
+    }
+    ASSERT_EQ(::read(locked[0], &c, 1), 1);
+    for (int p = 0; p < kWriters; ++p) {
         if (::fork() == 0) {
             auto store = posix::make_sqlite_registry_store(db);
+            (void)!::write(ready[1], "x", 1);
             int failures = 0;
-            for (int i = 0; i < kWrites; ++i) {
-                const std::string n = std::to_string(p) + "-" + std::to_string(i);
-                const int code = write(*store, "Shared\\P" + std::to_string(i % 3), n, n);
-                if (code) fprintf(stderr, "%d %s\n", code, store->error_text(code).c_str());
-                failures += code != 0;
-            }
+            for (int i = 0; i < kWrites; ++i)
+                failures += write(*store, subkey(i), name(p, i), name(p, i)) != 0;
             ::_exit(failures == 0 ? 0 : 1);
         }
     }
-    for (int p = 0; p < kProcesses; ++p) {
+    for (int p = 0; p < kWriters; ++p) ASSERT_EQ(::read(ready[0], &c, 1), 1);
+    (void)!::write(release[1], "x", 1);
+    for (int p = 0; p <= kWriters; ++p) {
         int status = 0;
         ::wait(&status);
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     }
+    for (int fd : {locked[0], locked[1], ready[0], ready[1], release[0], release[1]}) ::close(fd);
     auto store = posix::make_sqlite_registry_store(db);
-    int found = 0;
-    for (int p = 0; p < kProcesses; ++p)
-        for (int i = 0; i < kWrites; ++i) {
-            const std::string n = std::to_string(p) + "-" + std::to_string(i);
-            found += read(*store, "Shared\\P" + std::to_string(i % 3), n) == n;
-        }
-    EXPECT_EQ(found, kProcesses * kWrites);
+    int found = read(*store, "Shared", "holder") == "1";
+    for (int p = 0; p < kWriters; ++p)
+        for (int i = 0; i < kWrites; ++i)
+            found += read(*store, subkey(i), name(p, i)) == name(p, i);
+    EXPECT_EQ(found, kWriters * kWrites + 1);
 }
 
-TEST_F(RegistrySqlite, WaitsForAnotherWriter) {
-    {
-        auto store = posix::make_sqlite_registry_store(db);
-        ASSERT_EQ(write(*store, "K", "before", "1"), 0);
-    }
+TEST_F(RegistrySqlite, WriterKilledHalfWayLosesOnlyItsBatch) {
+    ASSERT_EQ(write(*posix::make_sqlite_registry_store(db), "K", "committed", "yes"), 0);
     int ready[2];
     ASSERT_EQ(::pipe(ready), 0);
     const pid_t child = ::fork();
     if (child == 0) {
         auto store = posix::make_sqlite_registry_store(db);
-        store->begin_batch();  // holds the write lock
-        write(*store, "K", "child", "1");
-        (void)!::write(ready[1], "x", 1);
-        ::usleep(700 * 1000);
-        ::_exit(store->end_batch() == 0 ? 0 : 1);
+        store->begin_batch();
+        for (int i = 0;; ++i) {
+            write(*store, "K\\Batch", "v" + std::to_string(i), "x");
+            if (i == 100) (void)!::write(ready[1], "x", 1);  // well inside the batch
+        }
     }
     char c = 0;
     ASSERT_EQ(::read(ready[0], &c, 1), 1);
-    auto store = posix::make_sqlite_registry_store(db);
-    EXPECT_EQ(write(*store, "K", "parent", "1"), 0);  // waits for the child's commit
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    EXPECT_EQ(read(*store, "K", "child"), "1");
-    EXPECT_EQ(read(*store, "K", "parent"), "1");
-    ::close(ready[0]);
-    ::close(ready[1]);
-}
-
-TEST_F(RegistrySqlite, WriterKilledHalfWay) {
-    {
-        auto store = posix::make_sqlite_registry_store(db);
-        ASSERT_EQ(write(*store, "K", "committed", "yes"), 0);
-    }
-    const pid_t child = ::fork();
-    if (child == 0) {
-        auto store = posix::make_sqlite_registry_store(db);
-        store->begin_batch();
-        for (int i = 0;; ++i) write(*store, "K\\Batch", "v" + std::to_string(i), "x");
-    }
-    ::usleep(300 * 1000);
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
+    for (int fd : ready) ::close(fd);
     auto store = posix::make_sqlite_registry_store(db);
     EXPECT_EQ(read(*store, "K", "committed"), "yes");
     EXPECT_EQ(store->open_key(key("K\\Batch")).code, reg_error::kFileNotFound);
     EXPECT_EQ(write(*store, "K", "after", "1"), 0);
-    sqlite3* handle = nullptr;
-    ASSERT_EQ(sqlite3_open(db.c_str(), &handle), SQLITE_OK);
-    sqlite3_stmt* s = nullptr;
-    ASSERT_EQ(sqlite3_prepare_v2(handle, "PRAGMA integrity_check", -1, &s, nullptr), SQLITE_OK);
-    ASSERT_EQ(sqlite3_step(s), SQLITE_ROW);
-    EXPECT_STREQ(reinterpret_cast<const char*>(sqlite3_column_text(s, 0)), "ok");
-    sqlite3_finalize(s);
-    sqlite3_close(handle);
+    EXPECT_EQ(sql("PRAGMA integrity_check"), "ok");
 }
 
-TEST_F(RegistrySqlite, CorruptFileIsReportedAndLeftAlone) {
-    fs::create_directories(dir / "sub");
-    const std::string garbage(8192, '\x5a');
-    std::ofstream(db, std::ios::binary) << garbage;
-    auto store = posix::make_sqlite_registry_store(db);
-    const RegistryStatus s = store->create_key(key("K"));
-    EXPECT_EQ(s.code, reg_error::kCorrupt);
-    EXPECT_EQ(s.step, RegistryStep::Open);
-    const std::string text = store->error_text(s.code);
-    EXPECT_NE(text.find(db), std::string::npos) << text;
-    EXPECT_TRUE(text.ends_with("(1015)")) << text;
-    EXPECT_EQ(read(*store, "K", "v"), "<1015>");
-    EXPECT_TRUE(file_bytes(db) == garbage);
-}
-
-TEST_F(RegistrySqlite, ForeignDatabaseIsNotTouched) {
-    fs::create_directories(dir / "sub");
-    sqlite3* handle = nullptr;
-    ASSERT_EQ(sqlite3_open(db.c_str(), &handle), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(handle, "CREATE TABLE notes(x)", nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(handle);
-    const std::string before = file_bytes(db);
-    auto store = posix::make_sqlite_registry_store(db);
-    EXPECT_EQ(store->create_key(key("K")).code, reg_error::kCorrupt);
-    EXPECT_NE(store->error_text(reg_error::kCorrupt).find("not a registry store"),
-              std::string::npos);
-    store.reset();
-    EXPECT_TRUE(file_bytes(db) == before);
-}
-
-TEST_F(RegistrySqlite, UnwritableDirectory) {
-    if (::geteuid() == 0) GTEST_SKIP() << "root writes anywhere";
-    fs::create_directories(dir / "locked");
-    fs::permissions(dir / "locked", fs::perms::owner_read | fs::perms::owner_exec);
-    auto store = posix::make_sqlite_registry_store((dir / "locked" / "r.db").string());
-    EXPECT_NE(store->create_key(key("K")).code, 0);
-    fs::permissions(dir / "locked", fs::perms::owner_all);
-}
-
-// A run over the store file: no file until the script's first registry call.
-TEST_F(RegistrySqlite, RunMakesTheFileOnFirstUse) {
+// A run that makes no registry call makes no file.
+TEST_F(RegistrySqlite, RunsWithoutRegistryCallsMakeNoFile) {
     testing::Harness h;
     h.platform.registry = posix::make_sqlite_registry_store(db);
-    h.run(
-        "sub main\nprint before\n"
-        "set $v$ readreg \"HKEY_CURRENT_USER\\Software\\X\" v\nprint after\nendsub\n");
-    EXPECT_EQ(h.host.printed, (std::vector<std::string>{"before", "after"}));
-    EXPECT_TRUE(fs::exists(db));
-    EXPECT_TRUE(h.host.errors.empty());
-
-    testing::Harness unused;
-    unused.platform.registry = posix::make_sqlite_registry_store((dir / "other.db").string());
-    unused.run("sub main\nprint hello\nendsub\n");
-    EXPECT_FALSE(fs::exists(dir / "other.db"));
+    h.run("sub main\nprint hello\nendsub\n");
+    EXPECT_FALSE(fs::exists(db));
 }
 
-// A run over a file that isn't a store: every call warns, reads give nothing, the file stays.
-TEST_F(RegistrySqlite, RunOverACorruptFile) {
+// Garbage, and a database of some other program: every call warns at the open, reads give
+// nothing, the run goes on, and the file is never written to.
+TEST_F(RegistrySqlite, FilesThatAreNoStoreAreReportedAndLeftAlone) {
     fs::create_directories(dir / "sub");
-    const std::string text(4096, 'x');
-    std::ofstream(db, std::ios::binary) << text;
-    testing::Harness h;
-    h.platform.registry = posix::make_sqlite_registry_store(db);
-    h.run(
-        "sub main\n"
-        "writereg \"HKEY_CURRENT_USER\\Software\\X\" v 1\n"
-        "set $v$ readreg \"HKEY_CURRENT_USER\\Software\\X\" v\n"
-        "print [$v$]\n"
-        "if regkeyexists \"HKEY_CURRENT_USER\\Software\\X\"\nprint FAIL\nendif\n"
-        "endsub\n");
-    EXPECT_EQ(h.host.printed, std::vector<std::string>{"[]"});
-    ASSERT_EQ(h.host.errors.size(), 3u);
-    const char* expected[] = {"(SetKeyValue) Software\\X Couldn't be opened/created.",
-                              "(GetKeyValue) Software\\X Couldn't be opened.",
-                              "(RegKeyExists) HKEY_CURRENT_USER\\Software\\X Couldn't be opened."};
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_NE(h.host.errors[i].text.find(expected[i]), std::string::npos)
-            << h.host.errors[i].text;
-        EXPECT_NE(h.host.errors[i].text.find("From Windows : The registry store is corrupt: " + db +
-                                             ": file is not a database (1015)"),
-                  std::string::npos)
-            << h.host.errors[i].text;
+    for (const bool foreign : {false, true}) {
+        SCOPED_TRACE(foreign ? "foreign database" : "garbage");
+        fs::remove(db);
+        if (foreign)
+            sql("CREATE TABLE notes(x)");
+        else
+            std::ofstream(db, std::ios::binary) << std::string(8192, '\x5a');
+        const std::string before = file_bytes();
+        testing::Harness h;
+        h.platform.registry = posix::make_sqlite_registry_store(db);
+        h.run(
+            "sub main\nwritereg \"HKEY_CURRENT_USER\\X\" v 1\n"
+            "set $v$ readreg \"HKEY_CURRENT_USER\\X\" v\nprint [$v$]\nendsub\n");
+        EXPECT_EQ(h.host.printed, std::vector<std::string>{"[]"});
+        ASSERT_EQ(h.host.errors.size(), 2u);
+        EXPECT_NE(h.host.errors[0].text.find("(SetKeyValue) X Couldn't be opened/created."),
+                  std::string::npos);
+        const std::string reason = foreign ? ": not a registry store" : ": file is not a database";
+        for (const auto& e : h.host.errors) {
+            EXPECT_NE(e.text.find("From Windows : The registry store is corrupt: " + db + reason),
+                      std::string::npos)
+                << e.text;
+            EXPECT_NE(e.text.find("(1015)"), std::string::npos);
+        }
+        h.platform.registry.reset();
+        EXPECT_TRUE(file_bytes() == before);
     }
-    EXPECT_TRUE(file_bytes(db) == text);
 }
 
 }  // namespace
