@@ -32,12 +32,9 @@ int failure_number(const std::string& name, std::initializer_list<std::string> a
     return 0;
 }
 
-TEST(TextFunctions, AscOfAByteThatIsNotUtf8IsThatByte) {
+TEST(TextFunctions, BytesThatAreNotUtf8AndNul) {
     EXPECT_EQ(call("asc", {"\x80x"}), "128");
     EXPECT_EQ(call("asc", {"\xE9"}), "233");
-}
-
-TEST(TextFunctions, ChrOfZeroIsOneNulCharacter) {
     EXPECT_EQ(call("chr", {"0"}), std::string(1, '\0'));
     EXPECT_EQ(call("asc", {std::string(1, '\0')}), "0");
 }
@@ -48,26 +45,19 @@ TEST(TextFunctions, CodesBeyondAWholeNumberOverflow) {
     EXPECT_EQ(failure_number("mid", {"abc", "1", "1e12"}), 6);
 }
 
+// Every key round-trips, and shifted letters and digits stay in their class.
 TEST(TextFunctions, DecodeUndoesEncodeAcrossTheKeyRange) {
-    const std::string text = "Az09 zZ9aÄ€ xy";
-    for (int key = -32768; key <= 32767; key += 7) {
+    const std::string text = "azAZ09 Ä€ xy";
+    const auto in = [](char c, char low, char high) { return c >= low && c <= high; };
+    for (int key = -32768; key <= 32767; key += key < 32760 ? 7 : 1) {
         const std::string k = std::to_string(key);
         const std::string coded = call("encode", {text, k});
         ASSERT_EQ(coded.size(), text.size()) << key;
+        ASSERT_TRUE(in(coded[0], 'a', 'z') && in(coded[1], 'a', 'z') && in(coded[2], 'A', 'Z') &&
+                    in(coded[3], 'A', 'Z') && in(coded[4], '0', '9') && in(coded[5], '0', '9'))
+            << key << ": " << coded;
         ASSERT_EQ(call("decode", {coded, k}), text) << key;
     }
-    EXPECT_EQ(call("decode", {call("encode", {text, "-32768"}), "-32768"}), text);
-    EXPECT_EQ(call("decode", {call("encode", {text, "32767"}), "32767"}), text);
-}
-
-TEST(TextFunctions, ShiftedCharactersStayInTheirClass) {
-    const std::string coded = call("encode", {"azAZ09", "-32768"});
-    EXPECT_TRUE(coded[0] >= 'a' && coded[0] <= 'z');
-    EXPECT_TRUE(coded[1] >= 'a' && coded[1] <= 'z');
-    EXPECT_TRUE(coded[2] >= 'A' && coded[2] <= 'Z');
-    EXPECT_TRUE(coded[3] >= 'A' && coded[3] <= 'Z');
-    EXPECT_TRUE(coded[4] >= '0' && coded[4] <= '9');
-    EXPECT_TRUE(coded[5] >= '0' && coded[5] <= '9');
 }
 
 }  // namespace
