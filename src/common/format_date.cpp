@@ -1,5 +1,5 @@
 // Rendering of date/time pictures (en-US names; weeks start on Sunday and week 1 holds
-// 1 January).
+// 1 January). "ddddd", "ttttt" and "c" follow the regional conventions.
 #include <charconv>
 
 #include "common/format_picture.hpp"
@@ -127,6 +127,16 @@ void write_time_item(std::string& out, const Picture& p, const Token& t, const D
     }
 }
 
+// "ddddd" and "ttttt" with regional pictures other than en-US's; false for any other token.
+bool write_regional(std::string& out, const Token& t, double serial) {
+    const Picture* regional = t.kind == Tok::ShortDate  ? regional_short_date()
+                              : t.kind == Tok::LongTime ? regional_long_time()
+                                                        : nullptr;
+    if (!regional) return false;
+    render_date(*regional, serial, out);
+    return true;
+}
+
 }  // namespace
 
 void render_date(const Picture& p, double serial, std::string& out) {
@@ -135,8 +145,8 @@ void render_date(const Picture& p, double serial, std::string& out) {
         if (t.kind == Tok::Literal) {
             out += p.text(t);
         } else if (t.kind == Tok::GeneralDate) {
-            out += format_general_date(serial);
-        } else {
+            out += general_date(serial);
+        } else if (!write_regional(out, t, serial)) {
             write_time_item(out, p, t, d);
         }
     }

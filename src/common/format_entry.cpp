@@ -23,6 +23,7 @@ struct PictureCache {
     std::array<CacheSlot, 8> slots;
     std::uint64_t clock = 0;
     std::size_t last = 0;
+    std::uint32_t generation = 0;  // of the conventions the pictures were parsed with
 };
 
 thread_local PictureCache cache;
@@ -34,6 +35,16 @@ void apply_case(std::string& s, std::size_t from, TextCase c) {
         if (c == TextCase::Lower && ch >= 'A' && ch <= 'Z') ch = static_cast<char>(ch + 32);
         if (c == TextCase::Upper && ch >= 'a' && ch <= 'z') ch = static_cast<char>(ch - 32);
     }
+}
+
+// "General Number": the general form with the regional decimal separator.
+std::string general_number(double v) {
+    std::string text = format_general_number(v);
+    const std::string_view decimal = conventions().decimal;
+    if (decimal == ".") return text;
+    const std::size_t point = text.find('.');
+    if (point != std::string::npos) text.replace(point, 1, decimal);
+    return text;
 }
 
 void render_text(const Picture& p, double v, bool as_date, std::string& out) {
@@ -62,9 +73,9 @@ std::string render(const Picture& p, double v, bool as_date) {
             render_text(p, v, as_date, out);
             break;
         case PictureKind::GeneralNumber:
-            return format_general_number(v);
+            return general_number(v);
         case PictureKind::GeneralDate:
-            return format_general_date(v);
+            return general_date(v);
         case PictureKind::Boolean:
             return std::string(p.text(p.tokens[v != 0 ? 0 : 1]));
     }
@@ -75,6 +86,10 @@ std::string render(const Picture& p, double v, bool as_date) {
 
 const Picture& cached_picture(std::string_view format) {
     PictureCache& c = cache;
+    if (c.generation != conventions_generation()) {
+        for (CacheSlot& s : c.slots) s.used = 0;
+        c.generation = conventions_generation();
+    }
     ++c.clock;
     CacheSlot* slot = &c.slots[c.last];
     if (slot->used && slot->key == format) {

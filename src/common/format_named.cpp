@@ -1,7 +1,9 @@
-// Named formats (en-US regional settings), matched without regard to case. Most stand for a
-// picture; the general forms and the yes/no kinds have their own rendering.
+// Named formats, matched without regard to case. Most stand for a picture: "Currency", "Short
+// Date" and "Long Time" for the regional conventions' ones, the others for en-US's. The general
+// forms and the yes/no kinds have their own rendering.
 #include "common/ascii_class.hpp"
 #include "common/format_picture.hpp"
+#include "common/value.hpp"
 
 namespace quiller::value::detail {
 namespace {
@@ -10,18 +12,19 @@ struct Named {
     std::string_view name;
     PictureKind kind;
     std::string_view picture;  // Boolean: the texts for non-zero and zero, split at "/"
+    std::string_view NumberConventions::*regional = nullptr;  // the conventions' picture
 };
 
 constexpr Named kNamed[] = {
     {"general date", PictureKind::GeneralDate, {}},
     {"long date", PictureKind::Date, "dddd, mmmm d, yyyy"},
     {"medium date", PictureKind::Date, "dd-mmm-yy"},
-    {"short date", PictureKind::Date, "m/d/yyyy"},
-    {"long time", PictureKind::Date, "h:mm:ss AM/PM"},
+    {"short date", PictureKind::Date, {}, &NumberConventions::short_date},
+    {"long time", PictureKind::Date, {}, &NumberConventions::long_time},
     {"medium time", PictureKind::Date, "hh:mm AM/PM"},
     {"short time", PictureKind::Date, "hh:mm"},
     {"general number", PictureKind::GeneralNumber, {}},
-    {"currency", PictureKind::Number, "$#,##0.00;($#,##0.00)"},
+    {"currency", PictureKind::Number, {}, &NumberConventions::currency_format},
     {"fixed", PictureKind::Number, "0.00"},
     {"standard", PictureKind::Number, "#,##0.00"},
     {"percent", PictureKind::Number, "0.00%"},
@@ -55,12 +58,13 @@ bool parse_named(std::string_view format, Picture& out) {
     if (format.size() < 5 || format.size() > 14) return false;  // the shortest and longest names
     for (const Named& n : kNamed) {
         if (!equals_blind(format, n.name)) continue;
+        const std::string_view picture = n.regional ? conventions().*n.regional : n.picture;
         switch (n.kind) {
             case PictureKind::Date:
-                out = parse_date_picture(n.picture);
+                out = parse_date_picture(picture);
                 break;
             case PictureKind::Number:
-                out = parse_number_picture(n.picture);
+                out = parse_number_picture(picture);
                 break;
             case PictureKind::Boolean:
                 out = boolean_picture(n.picture);

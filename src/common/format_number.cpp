@@ -1,9 +1,11 @@
 // Rendering of number pictures. The integer digits fill the integer placeholders from the right
 // (digits beyond them go in front of the first one); "0" places show a zero where the number
-// has no digit, "#" places show nothing. Fraction digits are rounded half away from zero.
+// has no digit, "#" places show nothing. Fraction digits are rounded half away from zero. "."
+// and "," write the decimal and thousands separators of the regional conventions.
 #include <cmath>
 
 #include "common/format_picture.hpp"
+#include "common/value.hpp"
 
 namespace quiller::value::detail {
 namespace {
@@ -24,7 +26,7 @@ const NumberSection& choose_section(const Picture& p, double v, bool& minus) {
 class SectionWriter {
   public:
     SectionWriter(const Picture& p, const NumberSection& s, DecimalForm d, std::string& out)
-        : p_(p), s_(s), d_(d), out_(out) {}
+        : p_(p), s_(s), d_(d), out_(out), conventions_(conventions()) {}
 
     void run() {
         if (d_.count > 0) d_.point += 2 * s_.percent - 3 * s_.scale;
@@ -78,7 +80,7 @@ class SectionWriter {
             case Tok::Point:
                 if (s_.int_places == 0) integer_digits(0, int_shown_);
                 in_fraction_ = true;
-                out_ += '.';
+                out_ += conventions_.decimal;
                 return;
             case Tok::Percent:
                 out_ += '%';
@@ -104,7 +106,7 @@ class SectionWriter {
         for (int k = from; k < to; ++k) {
             out_ += k < int_pad_ ? '0' : d_.at(k - int_pad_);
             if (s_.grouping && !s_.exponent && k + 1 < int_shown_ && (int_shown_ - 1 - k) % 3 == 0)
-                out_ += ',';
+                out_ += conventions_.thousands;
         }
     }
 
@@ -135,6 +137,7 @@ class SectionWriter {
     const NumberSection& s_;
     DecimalForm d_;
     std::string& out_;
+    const NumberConventions& conventions_;
     bool in_fraction_ = false;
     int int_shown_ = 0, int_pad_ = 0, int_place_ = 0;
     int frac_start_ = 0, frac_shown_ = 0, frac_place_ = 0;

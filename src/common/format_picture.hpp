@@ -120,6 +120,18 @@ bool read_literal(std::string_view s, std::size_t& i, Picture& p);
 // The parsed picture of a format text, from a small per-thread cache of recent ones.
 const Picture& cached_picture(std::string_view format);
 
+// Counts the changes of the regional conventions, so that parsed pictures can be dropped
+// (number_conventions.cpp).
+std::uint32_t conventions_generation();
+
+// The regional parts of dates (format_regional.cpp). The conventions' short-date and long-time
+// pictures, or null while they are en-US's, whose fixed forms the renderer writes itself; and
+// "General Date" (also "c"): the short date and the long time, the date alone at midnight and
+// the time alone on day 0.
+const Picture* regional_short_date();
+const Picture* regional_long_time();
+std::string general_date(double serial);
+
 // The magnitude of a number as decimal digits: 0.d1 d2 ... dk times 10 to the power `point`,
 // without trailing zeros; zero has no digits (format_digits.cpp).
 struct DecimalForm {

@@ -2,6 +2,7 @@
 // n nn, s ss, ttttt, c and the AM/PM markers, letters in either case; anything else is literal.
 #include "common/ascii_class.hpp"
 #include "common/format_picture.hpp"
+#include "common/value.hpp"
 
 namespace quiller::value::detail {
 namespace {
@@ -49,7 +50,8 @@ RunToken letter_run(char letter, std::size_t run) {
 }
 
 // An AM/PM marker at `s[i]`: its length, 0 when none starts there. "AMPM" writes the regional
-// texts; "AM/PM", "am/pm", "A/P" and "a/p" write their own letters in the case given.
+// conventions' texts; "AM/PM", "am/pm", "A/P" and "a/p" write their own letters in the case
+// given.
 std::size_t am_pm(std::string_view s, std::size_t i, Picture& p) {
     Token t{Tok::AmPm, 0, static_cast<std::uint32_t>(p.pool.size()), 0};
     std::size_t used = 0;
@@ -58,8 +60,10 @@ std::size_t am_pm(std::string_view s, std::size_t i, Picture& p) {
         t.len = t.n = 2;
         used = 5;
     } else if (starts_with_blind(s, i, "ampm")) {
-        p.pool.append("AMPM");
-        t.len = t.n = 2;
+        const NumberConventions& c = conventions();
+        p.pool.append(c.am).append(c.pm);
+        t.len = static_cast<std::uint32_t>(c.am.size());
+        t.n = static_cast<std::uint8_t>(c.pm.size() < 255 ? c.pm.size() : 255);
         used = 4;
     } else if (starts_with_blind(s, i, "a/p")) {
         p.pool.append(s.substr(i, 1)).append(s.substr(i + 2, 1));

@@ -1,6 +1,8 @@
-// The locale-aware number test (en-US conventions): what the platform's text-to-number
-// conversion accepts, and the value it gives.
+// The locale-aware number test: what the platform's text-to-number conversion accepts with the
+// regional conventions in force (decimal and thousands separators, currency symbol), and the
+// value it gives.
 #include <cstdint>
+#include <cstring>
 
 #include "common/ascii_class.hpp"
 #include "common/decimal_digits.hpp"
@@ -22,16 +24,22 @@ struct Affixes {
     bool close_paren = false;
 };
 
-// The flag a sign, currency sign or parenthesis sets; nullptr for any other character. "(" may
-// only open the number and ")" only close it.
+// The length of `sep` when the text at `p` starts with it, else 0. An empty separator never
+// matches.
+std::size_t separator_at(const char* p, const char* end, std::string_view sep) {
+    if (sep.empty() || *p != sep.front() || static_cast<std::size_t>(end - p) < sep.size())
+        return 0;
+    return std::memcmp(p, sep.data(), sep.size()) == 0 ? sep.size() : 0;
+}
+
+// The flag a sign or parenthesis sets; nullptr for any other character. "(" may only open the
+// number and ")" only close it.
 bool* affix_flag(char c, Affixes& a, bool after_digits) {
     switch (c) {
         case '+':
             return &a.plus;
         case '-':
             return &a.minus;
-        case '$':
-            return &a.currency;
         case '(':
             return after_digits ? nullptr : &a.open_paren;
         case ')':
@@ -41,14 +49,25 @@ bool* affix_flag(char c, Affixes& a, bool after_digits) {
     }
 }
 
-// Blanks and, before or after the digits, at most one each of "+", "-", "$" and the
-// parentheses, in any order.
-const char* scan_affixes(const char* p, const char* end, Affixes& a, bool after_digits) {
-    for (; p != end; ++p) {
-        if (is_blank(*p)) continue;
+// Blanks and, before or after the digits, at most one each of "+", "-", the currency symbol and
+// the parentheses, in any order.
+const char* scan_affixes(const char* p, const char* end, Affixes& a, bool after_digits,
+                         std::string_view currency) {
+    while (p != end) {
+        if (is_blank(*p)) {
+            ++p;
+            continue;
+        }
+        if (const std::size_t n = separator_at(p, end, currency)) {
+            if (a.currency) break;
+            a.currency = true;
+            p += n;
+            continue;
+        }
         bool* seen = affix_flag(*p, a, after_digits);
         if (!seen || *seen) break;
         *seen = true;
+        ++p;
     }
     return p;
 }
@@ -64,16 +83,19 @@ const char* scan_exponent(const char* p, const char* end, DecimalDigits& d) {
     return p;
 }
 
-// Digits with "," group separators anywhere after the first digit, one "." and an exponent.
-// nullptr when there is no digit or the exponent is malformed.
-const char* scan_decimal(const char* p, const char* end, DecimalDigits& d) {
-    for (; p != end; ++p) {
-        char c = *p;
-        if (is_digit(c)) {
-            d.add_digit(c);
-        } else if (c == '.' && !d.in_fraction()) {
+// Digits with thousands separators anywhere after the first digit, one decimal separator and an
+// exponent. nullptr when there is no digit or the exponent is malformed.
+const char* scan_decimal(const char* p, const char* end, DecimalDigits& d,
+                         const NumberConventions& c) {
+    while (p != end) {
+        if (is_digit(*p)) {
+            d.add_digit(*p++);
+        } else if (const std::size_t n = d.in_fraction() ? 0 : separator_at(p, end, c.decimal)) {
             d.start_fraction();
-        } else if (c != ',' || !d.has_digits()) {
+            p += n;
+        } else if (const std::size_t g = d.has_digits() ? separator_at(p, end, c.thousands) : 0) {
+            p += g;
+        } else {
             break;
         }
     }
@@ -110,12 +132,13 @@ namespace {
 // for "&H"/"&O" numbers, then `radix` is set).
 bool scan_number(std::string_view s, DecimalDigits& digits, Affixes& affixes, int& radix,
                  double& v) {
+    const NumberConventions& c = conventions();
     const char* end = s.data() + s.size();
-    const char* p = scan_affixes(s.data(), end, affixes, false);
+    const char* p = scan_affixes(s.data(), end, affixes, false, c.currency);
     radix = radix_of_prefix(p, end);
-    p = radix ? scan_radix(p + 2, end, radix, v) : scan_decimal(p, end, digits);
+    p = radix ? scan_radix(p + 2, end, radix, v) : scan_decimal(p, end, digits, c);
     if (!p) return false;
-    p = scan_affixes(p, end, affixes, true);
+    p = scan_affixes(p, end, affixes, true, c.currency);
     return p == end && affixes.open_paren == affixes.close_paren;
 }
 

@@ -2,8 +2,8 @@
 // written back as text. Shared by conditions, `set` expressions and the formatter.
 //
 // Dates are held as in the Windows platform: a double counting days since 30 December 1899, the
-// fraction being the time of day. Regional conventions are en-US on POSIX (M/d/yyyy, h:mm:ss AM/PM,
-// "." decimal point, "," thousands separator).
+// fraction being the time of day. Regional conventions (NumberConventions below) are en-US unless
+// the platform sets the user's: Windows does at start-up, POSIX keeps en-US.
 #pragma once
 
 #include <optional>
@@ -12,10 +12,35 @@
 
 namespace quiller::value {
 
+// --- Regional conventions ------------------------------------------------------------------
+
+// What the locale-aware number test and the formatter take from the regional settings. The
+// defaults are en-US's, written as the pictures made from en-US's locale data come out (see
+// format.hpp). The general forms and the leading-characters reader never use them.
+struct NumberConventions {
+    std::string_view decimal = ".";    // decimal separator
+    std::string_view thousands = ",";  // thousands separator; may be empty
+    std::string_view currency = "$";   // currency symbol
+    // Pictures of the named formats that follow the regional settings ("Currency", "Short Date",
+    // "Long Time"; "General Date" is the short date and the long time), and the texts of "AMPM".
+    std::string_view currency_format = "\"$\"#,##0.00;(\"$\"#,##0.00)";
+    std::string_view short_date = "m/d/yyyy";
+    std::string_view long_time = "h:nn:ss AMPM";
+    std::string_view am = "AM";
+    std::string_view pm = "PM";
+};
+
+// The conventions in force. Reading them takes no lock.
+const NumberConventions& conventions();
+
+// Replaces the conventions (their texts are copied). Meant for start-up, before other threads
+// use the value layer; tests restore the defaults with set_conventions({}).
+void set_conventions(const NumberConventions& c);
+
 // The locale-aware number test: blanks around the number, a leading or trailing sign, the
-// decimal point, thousands separators, currency sign, parentheses for negatives and exponents are
-// accepted, as the platform's text-to-number conversion does. Returns the value when `s` is a
-// number, nothing otherwise.
+// decimal separator, thousands separators, the currency symbol (all three of the conventions),
+// parentheses for negatives and exponents are accepted, as the platform's text-to-number
+// conversion does. Returns the value when `s` is a number, nothing otherwise.
 std::optional<double> parse_locale_number(std::string_view s);
 bool is_numeric(std::string_view s);
 

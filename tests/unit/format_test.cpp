@@ -377,5 +377,127 @@ TEST(LocalDayNumber, MatchesTheDayNumberOfTheMoment) {
     EXPECT_NEAR(local_day_number(y2k + 3600) - day, 1.0 / 24, 1e-9);
 }
 
+// --- Regional conventions -------------------------------------------------------------------
+
+// Pictures made from the platform's locale data.
+TEST(LocalePatterns, DateAndTimePatternsBecomePictures) {
+    EXPECT_EQ(picture_of_locale_pattern("M/d/yyyy"), "m/d/yyyy");
+    EXPECT_EQ(picture_of_locale_pattern("dd.MM.yyyy"), "dd.mm.yyyy");
+    EXPECT_EQ(picture_of_locale_pattern("yyyy-MM-dd"), "yyyy-mm-dd");
+    EXPECT_EQ(picture_of_locale_pattern("d/M/yy"), "d/m/yy");
+    EXPECT_EQ(picture_of_locale_pattern("dddd, MMMM d, yyyy"), "dddd, mmmm d, yyyy");
+    EXPECT_EQ(picture_of_locale_pattern("h:mm:ss tt"), "h:nn:ss AMPM");
+    EXPECT_EQ(picture_of_locale_pattern("HH:mm:ss"), "hh:nn:ss");
+    EXPECT_EQ(picture_of_locale_pattern("H.mm"), "h.nn");
+    EXPECT_EQ(picture_of_locale_pattern("gg yyyy'y' M'm'"), " yyyy\"y\" m\"m\"");
+    EXPECT_EQ(picture_of_locale_pattern("d 'de' MMMM"), "d \"de\" mmmm");
+    EXPECT_EQ(picture_of_locale_pattern("h 'o''clock'"), "h \"o'clock\"");
+    EXPECT_EQ(picture_of_locale_pattern("h''mm"), "h\\'nn");
+    EXPECT_EQ(format_date(kEvening, picture_of_locale_pattern("yyyy'y' M'm'")), "2026y 11m");
+}
+
+// The default conventions are what en-US's locale data gives, so that en-US on Windows keeps
+// the fixed fast forms.
+TEST(LocalePatterns, DefaultsAreEnUsLocaleData) {
+    const NumberConventions en_us;
+    EXPECT_EQ(en_us.currency_format, currency_picture("$", 0, 0, 2));
+    EXPECT_EQ(en_us.short_date, picture_of_locale_pattern("M/d/yyyy"));
+    EXPECT_EQ(en_us.long_time, picture_of_locale_pattern("h:mm:ss tt"));
+}
+
+TEST(LocalePatterns, CurrencyPictures) {
+    const std::string en_us = currency_picture("$", 0, 0, 2);
+    EXPECT_EQ(format_number(1234.5, en_us), "$1,234.50");
+    EXPECT_EQ(format_number(-1234.5, en_us), "($1,234.50)");
+    const std::string euro = currency_picture("\xE2\x82\xAC", 3, 8, 2);
+    EXPECT_EQ(format_number(1234.5, euro), "1,234.50 \xE2\x82\xAC");
+    EXPECT_EQ(format_number(-1234.5, euro), "-1,234.50 \xE2\x82\xAC");
+    EXPECT_EQ(format_number(-5, currency_picture("kr", 2, 9, 0)), "-kr 5");
+    EXPECT_EQ(format_number(-5, currency_picture("$", 0, 1, 2)), "-$5.00");
+    EXPECT_EQ(format_number(5, currency_picture("0#\"", 1, 0, 1)), "5.00#\"");
+    EXPECT_EQ(format_number(5, currency_picture("$", 7, 99, 2)), "$5.00");  // out of range: 0
+}
+
+// Other conventions, set for each test and restored after it.
+class RegionalFormats : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        currency_ = currency_picture("\xE2\x82\xAC", 3, 8, 2);
+        short_date_ = picture_of_locale_pattern("dd.MM.yyyy");
+        long_time_ = picture_of_locale_pattern("HH:mm:ss");
+        NumberConventions c;
+        c.decimal = ",";
+        c.thousands = ".";
+        c.currency = "\xE2\x82\xAC";
+        c.currency_format = currency_;
+        c.short_date = short_date_;
+        c.long_time = long_time_;
+        c.am = "vorm.";
+        c.pm = "nachm.";
+        set_conventions(c);
+    }
+    void TearDown() override { set_conventions({}); }
+
+    std::string currency_, short_date_, long_time_;
+};
+
+TEST_F(RegionalFormats, PicturesUseTheSeparators) {
+    EXPECT_EQ(format_number(1234.5, "#,##0.00"), "1.234,50");
+    EXPECT_EQ(format_number(-1234567.891, "#,##0.0#"), "-1.234.567,89");
+    EXPECT_EQ(format_number(1536.0 / 1024, "0.0#"), "1,5");
+    EXPECT_EQ(format_number(12345, "0.00E+00"), "1,23E+04");
+    EXPECT_EQ(format_number(1234567, "#,##0,"), "1.235");
+    EXPECT_EQ(format_number(5, "0.00 \"a.b,c\""), "5,00 a.b,c");  // literal text stays
+}
+
+TEST_F(RegionalFormats, NamedFormatsFollowTheConventions) {
+    EXPECT_EQ(format_number(1234.5, "Standard"), "1.234,50");
+    EXPECT_EQ(format_number(1234.5, "Fixed"), "1234,50");
+    EXPECT_EQ(format_number(0.125, "Percent"), "12,50%");
+    EXPECT_EQ(format_number(1234.5, "Scientific"), "1,23E+03");
+    EXPECT_EQ(format_number(1234.5, "General Number"), "1234,5");
+    EXPECT_EQ(format_number(1234.5, "Currency"), "1.234,50 \xE2\x82\xAC");
+    EXPECT_EQ(format_number(-1234.5, "currency"), "-1.234,50 \xE2\x82\xAC");
+    EXPECT_EQ(format_number(0, "Yes/No"), "No");
+    EXPECT_EQ(format_date(kEvening, "Short Date"), "22.11.2026");
+    EXPECT_EQ(format_date(kEvening, "Long Time"), "18:05:09");
+    EXPECT_EQ(format_date(kEvening, "General Date"), "22.11.2026 18:05:09");
+    EXPECT_EQ(format_date(kNov22, "General Date"), "22.11.2026");
+    EXPECT_EQ(format_date(kEvening - kNov22, "general date"), "18:05:09");
+    EXPECT_EQ(format_date(kEvening, "ddddd ttttt"), "22.11.2026 18:05:09");
+    EXPECT_EQ(format_date(kEvening, "c"), "22.11.2026 18:05:09");
+    EXPECT_EQ(format_date(kEvening, "h:nn AMPM"), "6:05 nachm.");
+    EXPECT_EQ(format_date(kEvening, "Long Date"), "Sunday, November 22, 2026");  // en-US's
+    EXPECT_EQ(format_date(kEvening, "yyyy-mm-dd hh:nn"), "2026-11-22 18:05");
+}
+
+TEST_F(RegionalFormats, GeneralFormsStayEnUs) {
+    EXPECT_EQ(format_number(1234.5, ""), "1234.5");
+    EXPECT_EQ(format_number(1234.5, "@"), "1234.5");
+    EXPECT_EQ(format_general_number(0.5), "0.5");
+    EXPECT_EQ(format_date(kEvening, ""), "11/22/2026 6:05:09 PM");
+    EXPECT_EQ(format_general_date(kEvening), "11/22/2026 6:05:09 PM");
+}
+
+// Parsed pictures are dropped when the conventions change.
+TEST(RegionalFormatsCache, FollowsEveryChange) {
+    EXPECT_EQ(format_number(1234.5, "#,##0.00"), "1,234.50");
+    EXPECT_EQ(format_date(kEvening, "Short Date"), "11/22/2026");
+    NumberConventions c;
+    c.decimal = ",";
+    c.thousands = " ";
+    c.short_date = "yyyy-mm-dd";
+    set_conventions(c);
+    EXPECT_EQ(format_number(1234.5, "#,##0.00"), "1 234,50");
+    EXPECT_EQ(format_date(kEvening, "Short Date"), "2026-11-22");
+    c.short_date = "ddddd";  // a picture that names itself falls back to en-US's
+    set_conventions(c);
+    EXPECT_EQ(format_date(kEvening, "Short Date"), "11/22/2026");
+    EXPECT_EQ(format_date(kEvening, "c"), "11/22/2026 6:05:09 PM");
+    set_conventions({});
+    EXPECT_EQ(format_number(1234.5, "#,##0.00"), "1,234.50");
+    EXPECT_EQ(format_date(kEvening, "Short Date"), "11/22/2026");
+}
+
 }  // namespace
 }  // namespace quiller::value

@@ -86,5 +86,62 @@ TEST(ValueNumberTest, GeneralFormReadsBack) {
     }
 }
 
+// The number test with other regional conventions: their separators and currency symbol; the
+// leading-characters reader keeps "." whatever they are. Each test restores en-US's.
+class RegionalNumberTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        NumberConventions c;
+        c.decimal = ",";
+        c.thousands = ".";
+        c.currency = "\xE2\x82\xAC";  // the euro sign
+        set_conventions(c);
+    }
+    void TearDown() override { set_conventions({}); }
+};
+
+TEST_F(RegionalNumberTest, NumberTestUsesTheSeparators) {
+    EXPECT_TRUE(is_numeric("1.234,5"));
+    EXPECT_EQ(parse_locale_number("1.234,5"), 1234.5);
+    EXPECT_EQ(parse_locale_number("-0,25"), -0.25);
+    EXPECT_EQ(parse_locale_number("1.5"), 15);  // "." separates thousands now
+    EXPECT_EQ(parse_locale_number("1.234,5 \xE2\x82\xAC"), 1234.5);
+    EXPECT_EQ(parse_locale_number("(\xE2\x82\xAC"
+                                  "1,5)"),
+              -1.5);
+    EXPECT_EQ(parse_locale_number("1,5e2"), 150);
+    for (const char* s : {"1,2,3", ".5", "$5",
+                          "\xE2\x82\xAC\xE2\x82\xAC"
+                          "1"})
+        EXPECT_FALSE(is_numeric(s)) << "[" << s << "]";
+}
+
+TEST_F(RegionalNumberTest, LeadingReaderKeepsThePoint) {
+    EXPECT_EQ(read_leading_number("1.5"), 1.5);
+    EXPECT_EQ(read_leading_number("1,5"), 1);
+    EXPECT_EQ(format_general_number(1.5), "1.5");
+}
+
+TEST(RegionalNumbers, SeparatorsOfSeveralBytesAndNone) {
+    NumberConventions c;
+    c.decimal = ",";
+    c.thousands = "\xC2\xA0";  // a no-break space
+    set_conventions(c);
+    EXPECT_EQ(parse_locale_number("1\xC2\xA0"
+                                  "234\xC2\xA0"
+                                  "567,5"),
+              1234567.5);
+    EXPECT_FALSE(
+        is_numeric("1\xC2"
+                   "234"));
+    c.thousands = "";  // a user may clear it
+    set_conventions(c);
+    EXPECT_EQ(parse_locale_number("1234,5"), 1234.5);
+    EXPECT_FALSE(is_numeric("1.234,5"));
+    set_conventions({});
+    EXPECT_EQ(parse_locale_number("1,234.5"), 1234.5);
+    EXPECT_EQ(parse_locale_number("1.234,5"), 1.2345);  // en-US: "," is skipped after a digit
+}
+
 }  // namespace
 }  // namespace quiller::value

@@ -1,8 +1,10 @@
-// The differential test of the value layer against the system's own conversions (oleaut32 with
-// the en-US locale): shared declarations.
+// The differential test of the value layer, the formatter and the INI profile code against the
+// system's own functions (oleaut32 with the en-US locale, the profile-string functions): shared
+// declarations.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <regex>
@@ -13,6 +15,27 @@
 namespace quiller::differential {
 
 // --- Inputs (differential_inputs.cpp) ------------------------------------------------------
+
+// splitmix64: small, fast and the same everywhere.
+class Rng {
+  public:
+    explicit Rng(std::uint64_t seed) : state_(seed) {}
+    std::uint64_t next() {
+        std::uint64_t z = (state_ += 0x9E3779B97F4A7C15ULL);
+        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ULL;
+        z = (z ^ (z >> 27)) * 0x94D049BB133111EBULL;
+        return z ^ (z >> 31);
+    }
+    int below(int n) { return static_cast<int>(next() % static_cast<std::uint64_t>(n)); }
+    bool chance(int percent) { return below(100) < percent; }
+    template <std::size_t N>
+    const char* pick(const char* const (&options)[N]) {
+        return options[below(static_cast<int>(N))];
+    }
+
+  private:
+    std::uint64_t state_;
+};
 
 struct Inputs {
     std::vector<std::string> number_texts;  // read as numbers
@@ -25,6 +48,65 @@ struct Inputs {
 // (the same on every run).
 Inputs make_inputs(const std::string& reference_dir);
 
+// A value written with a format: by format_number (and the system with a VT_R8) or, `as_date`,
+// by format_date (and the system with a VT_DATE).
+struct FormatCase {
+    double value = 0;
+    std::string format;
+    bool as_date = false;
+};
+
+// The rows of the reference formatting tables, hand-picked cases and generated pictures
+// (differential_format_inputs.cpp).
+std::vector<FormatCase> make_format_cases(const std::string& reference_dir);
+
+// An INI file, the reads to compare on it, and a series of edits to apply to two copies of it.
+struct IniQuery {
+    std::string section;
+    std::string key;
+    std::string fallback;
+};
+
+// An empty key deletes the section; no value deletes the key.
+struct IniEdit {
+    std::string section;
+    std::string key;
+    std::optional<std::string> value;
+};
+
+struct IniCase {
+    std::string bytes;
+    std::vector<IniQuery> queries;
+    std::vector<IniEdit> edits;
+};
+
+// Generated files with their reads and edits (differential_ini_inputs.cpp).
+std::vector<IniCase> make_ini_cases();
+
+// The file as the profile functions under Wine write it back: every line trimmed, each header
+// "[name]" alone, blanks around "=" dropped, empty lines dropped unless `keep_blank_lines`,
+// every line ended by CR LF (differential_ini_rules.cpp).
+std::string wine_layout(std::string_view bytes, bool keep_blank_lines);
+
+// One edit of an INI file by both sides.
+struct IniWrite {
+    const std::string& before;  // Quiller's copy before the edit
+    const IniEdit& edit;
+    const std::string& ours;
+    const std::string& system;
+};
+
+// How a written file differs: nothing when it doesn't; "layout" when Wine's layout explains
+// it; "bare-line" or "duplicate-section" when Wine edits another line of the file, a line
+// without "=" or a key of a later section of the same name; "section-gap" when only the empty
+// line Quiller puts before a new section does; else "bytes".
+const char* ini_write_class(const IniWrite& w, bool keep_blank_lines);
+
+// Which of Wine's reading rules explains why a read of `bytes` differs: "comment-key" (a key
+// starting with ";"), "bare-line" (a line without "=" named like the key comes first), or
+// "value" when none does.
+const char* ini_read_class(std::string_view bytes, const IniQuery& q);
+
 // --- The system's conversions (differential_system.cpp) ------------------------------------
 
 std::optional<double> system_number(std::string_view text);  // VarR8FromStr
@@ -32,6 +114,16 @@ std::optional<double> system_date(std::string_view text);    // VarDateFromStr
 std::optional<std::string> system_number_text(double v);     // VT_R8 to VT_BSTR
 std::optional<std::string> system_date_text(double serial);  // VT_DATE to VT_BSTR
 int system_current_year();
+// VarFormat (through VarTokenizeFormatString and VarFormatFromTokens with LCID 0x409).
+std::optional<std::string> system_format(double v, std::string_view format, bool as_date);
+
+// The profile-string functions on a file (differential_system_ini.cpp). The reader uses a buffer
+// of 255 characters, as `readini` does.
+std::string system_profile_string(const std::string& path, const std::string& section,
+                                  const std::string& key, const std::string& fallback);
+// An empty `key` deletes the section, a missing `value` the key.
+bool system_write_profile(const std::string& path, const std::string& section,
+                          const std::string& key, const std::optional<std::string>& value);
 
 // --- Known differences (differential_allow.cpp) --------------------------------------------
 
@@ -57,5 +149,42 @@ KnownDifference* find_known(std::vector<KnownDifference>& known, std::string_vie
 // A text as the report writes it: printable ASCII as it is, "\" and the double quote escaped,
 // any other byte as \xNN.
 std::string escape(std::string_view text);
+
+// --- The report (differential_report.cpp) -------------------------------------------------
+
+struct Tally {
+    int compared = 0;
+    int known = 0;
+    int unknown = 0;
+};
+
+// Counts comparisons and prints every difference, known or new.
+class Report {
+  public:
+    Report(std::vector<KnownDifference>& known, bool quiet) : known_(known), quiet_(quiet) {}
+
+    // Counts one comparison and reports it when `difference` names how it differs.
+    void compare(std::string_view kind, const char* difference, std::string_view input,
+                 const std::string& ours, const std::string& system);
+
+    const Tally& tally() const { return tally_; }
+    // Comparisons by kind, for the summary.
+    const std::map<std::string, Tally, std::less<>>& by_kind() const { return by_kind_; }
+
+  private:
+    std::vector<KnownDifference>& known_;
+    bool quiet_;
+    Tally tally_;
+    std::map<std::string, Tally, std::less<>> by_kind_;
+};
+
+// --- The comparisons -----------------------------------------------------------------------
+
+// Every format case with the formatter and the system (differential_format.cpp).
+void compare_formats(const std::vector<FormatCase>& cases, Report& report);
+
+// Generated INI files read and edited by Quiller's profile code and by the system, in a folder
+// of their own under `work_dir` (differential_ini.cpp). False when the files can't be made.
+bool compare_ini(const std::string& work_dir, Report& report);
 
 }  // namespace quiller::differential

@@ -17,27 +17,6 @@ constexpr int kGeneratedJunk = 1500;
 constexpr int kGeneratedNumbers = 4000;
 constexpr int kGeneratedDates = 4000;
 
-// splitmix64: small, fast and the same everywhere.
-class Rng {
-  public:
-    explicit Rng(std::uint64_t seed) : state_(seed) {}
-    std::uint64_t next() {
-        std::uint64_t z = (state_ += 0x9E3779B97F4A7C15ULL);
-        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ULL;
-        z = (z ^ (z >> 27)) * 0x94D049BB133111EBULL;
-        return z ^ (z >> 31);
-    }
-    int below(int n) { return static_cast<int>(next() % static_cast<std::uint64_t>(n)); }
-    bool chance(int percent) { return below(100) < percent; }
-    template <std::size_t N>
-    const char* pick(const char* const (&options)[N]) {
-        return options[below(static_cast<int>(N))];
-    }
-
-  private:
-    std::uint64_t state_;
-};
-
 std::string digits(Rng& r, int count) {
     std::string s;
     for (int i = 0; i < count; ++i) s += static_cast<char>('0' + r.below(10));

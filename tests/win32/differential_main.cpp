@@ -1,15 +1,20 @@
 // quiller_differential: reads and writes thousands of numbers and dates both with Quiller's value
-// layer and with the system's own conversions (oleaut32, en-US), and reports every difference.
+// layer and with the system's own conversions (oleaut32, en-US), formats them with Quiller's
+// formatter and with VarFormat, reads and edits generated INI files with Quiller's profile code
+// and with the profile-string functions, and reports every difference.
 //
 //   quiller_differential KNOWN_DIFFERENCES_FILE REFERENCE_DIR [--quiet]
 //
 // A difference listed in the known-differences file is reported as known; any other one fails
-// the run (exit status 1). --quiet leaves the known ones out of the report.
+// the run (exit status 1). --quiet leaves the known ones out of the report. The INI files go to
+// a folder of their own in the temporary folder, removed at the end unless the environment
+// variable QUILLER_DIFFERENTIAL_KEEP is set.
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <functional>
 
 #include "common/value.hpp"
@@ -41,44 +46,6 @@ const char* reading_difference(std::optional<double> ours, std::optional<double>
     const double scale = std::max(std::fabs(*ours), std::fabs(*system));
     return gap <= scale * 1e-14 ? "rounding" : "value";
 }
-
-struct Tally {
-    int compared = 0;
-    int known = 0;
-    int unknown = 0;
-};
-
-class Report {
-  public:
-    Report(std::vector<KnownDifference>& known, bool quiet) : known_(known), quiet_(quiet) {}
-
-    // Counts one comparison and reports it when `difference` names how it differs.
-    void compare(std::string_view kind, const char* difference, std::string_view input,
-                 const std::string& ours, const std::string& system) {
-        ++tally_.compared;
-        if (!difference) return;
-        const std::string full_kind = std::string(kind) + ":" + difference;
-        const std::string shown = escape(input);
-        KnownDifference* k = find_known(known_, full_kind, shown);
-        if (k) {
-            ++k->uses;
-            ++tally_.known;
-            if (quiet_) return;
-        } else {
-            ++tally_.unknown;
-        }
-        std::printf("%s %-24s \"%s\"  quiller: %s  system: %s%s\n", k ? "known" : "NEW  ",
-                    full_kind.c_str(), shown.c_str(), ours.c_str(), system.c_str(),
-                    k ? ("  (line " + std::to_string(k->line) + ")").c_str() : "");
-    }
-
-    const Tally& tally() const { return tally_; }
-
-  private:
-    std::vector<KnownDifference>& known_;
-    bool quiet_;
-    Tally tally_;
-};
 
 void compare_number_texts(const Inputs& in, Report& report) {
     for (const std::string& text : in.number_texts) {
@@ -146,6 +113,12 @@ void report_uses(const std::vector<KnownDifference>& known) {
     }
 }
 
+void report_kinds(const Report& report) {
+    for (const auto& [kind, t] : report.by_kind())
+        std::printf("%-14s %6d comparisons, %5d known differences, %d new\n", kind.c_str(),
+                    t.compared, t.known, t.unknown);
+}
+
 int run(const std::string& known_file, const std::string& reference_dir, bool quiet) {
     std::optional<std::vector<KnownDifference>> known = load_known_differences(known_file);
     if (!known) return 2;
@@ -156,7 +129,10 @@ int run(const std::string& known_file, const std::string& reference_dir, bool qu
     compare_writing("number-text", numbers_to_write(in), value::format_general_number,
                     system_number_text, report);
     compare_writing("date-text", in.dates, value::format_general_date, system_date_text, report);
+    compare_formats(make_format_cases(reference_dir), report);
+    if (!compare_ini(std::filesystem::temp_directory_path().string(), report)) return 2;
     report_uses(*known);
+    report_kinds(report);
 
     const Tally& t = report.tally();
     std::printf("differential: %d comparisons, %d known differences, %d new differences\n",

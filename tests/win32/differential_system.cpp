@@ -3,6 +3,8 @@
 
 #include <oleauto.h>  // after windows.h
 
+#include <vector>
+
 #include "differential.hpp"
 
 namespace quiller::differential {
@@ -67,6 +69,30 @@ std::optional<std::string> system_number_text(double v) {
 
 std::optional<std::string> system_date_text(double serial) {
     return as_text(serial, VT_DATE);
+}
+
+std::optional<std::string> system_format(double v, std::string_view format, bool as_date) {
+    std::wstring w = widen(format);  // the functions take a non-const pointer
+    std::vector<BYTE> tokens(1024 + 16 * w.size());
+    int used = 0;
+    // First day of the week Sunday (1), first week the one of 1 January (1).
+    if (FAILED(VarTokenizeFormatString(w.data(), tokens.data(), static_cast<int>(tokens.size()), 1,
+                                       1, kEnUs, &used)))
+        return std::nullopt;
+    VARIANT in;
+    VariantInit(&in);
+    in.vt = as_date ? VT_DATE : VT_R8;
+    if (as_date) {
+        in.date = v;
+    } else {
+        in.dblVal = v;
+    }
+    BSTR out = nullptr;
+    if (FAILED(VarFormatFromTokens(&in, w.data(), tokens.data(), 0, &out, kEnUs)))
+        return std::nullopt;
+    std::string text = narrow(out, static_cast<int>(SysStringLen(out)));
+    SysFreeString(out);
+    return text;
 }
 
 int system_current_year() {

@@ -2,7 +2,8 @@
 #
 # - quiller_launch: starts a program with a given temporary folder (TMP and TEMP), which is how
 #   the script tests name the folder of the error log.
-# - quiller_differential: the value layer against the system's own conversions (oleaut32).
+# - quiller_differential: the value layer and the formatter against the system's own conversions
+#   (oleaut32), the INI profile code against the profile-string functions.
 # - In a cross build the script tests run quillerc.exe through quillerc-wine.sh, which gives the
 #   script runner the same contract as the POSIX quillerc (see that file). `script_quillerc`
 #   names what the script tests run.
@@ -13,7 +14,16 @@ add_executable(quiller_differential
   ${CMAKE_CURRENT_LIST_DIR}/differential_main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_inputs.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_system.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/differential_allow.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/differential_system_ini.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/differential_allow.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/differential_report.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/differential_format.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/differential_format_inputs.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/differential_format_rules.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/differential_format_date_rules.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/differential_ini.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/differential_ini_inputs.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/differential_ini_rules.cpp)
 target_link_libraries(quiller_differential PRIVATE quiller_core oleaut32)
 add_test(NAME win32.differential
   COMMAND quiller_differential ${CMAKE_CURRENT_LIST_DIR}/known_differences.txt

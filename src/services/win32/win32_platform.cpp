@@ -4,10 +4,12 @@
 #include "services/network.hpp"
 #include "services/processes.hpp"
 #include "services/registry_store.hpp"
+#include "services/win32/win32_regional.hpp"
 
 namespace quiller {
 
 Platform make_platform() {
+    win32::use_user_conventions();  // numbers and dates follow the user's regional settings
     Platform p;
     p.files = std::make_unique<win32::Win32FileSystem>();
     p.environment = std::make_unique<win32::Win32Environment>();

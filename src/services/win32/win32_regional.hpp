@@ -1,4 +1,4 @@
-// The user's own regional settings for numbers, as Windows keeps them.
+// The user's own regional settings, as Windows keeps them.
 #pragma once
 
 #include <string>
@@ -12,5 +12,12 @@ struct NumberSeparators {
 
 // The separators of the user's default locale, as UTF-8; en-US's where the system has none.
 NumberSeparators user_number_separators();
+
+// Sets the value layer's regional conventions (value::set_conventions) to the user's default
+// locale: separators, currency symbol and format (LOCALE_SCURRENCY, LOCALE_ICURRENCY,
+// LOCALE_INEGCURR, LOCALE_ICURRDIGITS), short date (LOCALE_SSHORTDATE), time format
+// (LOCALE_STIMEFORMAT) and AM/PM texts (LOCALE_S1159, LOCALE_S2359). What the system can't
+// give stays en-US's. Called once at start-up.
+void use_user_conventions();
 
 }  // namespace quiller::win32
