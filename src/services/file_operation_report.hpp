@@ -32,7 +32,12 @@ class Problems {
 
 // A path as messages quote it.
 inline std::string quoted(std::string_view path) {
-    return "'" + std::string(path) + "'";
+    std::string text;
+    text.reserve(path.size() + 2);
+    text += '\'';
+    text += path;
+    text += '\'';
+    return text;
 }
 
 }  // namespace quiller::fileops

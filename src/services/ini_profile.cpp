@@ -265,9 +265,8 @@ std::string append_section(std::string_view bytes, const Profile& profile, std::
     std::string out(bytes);
     if (!profile.lines.empty()) {
         const Line& last = profile.lines.back();
-        const bool blank = is_blank(last.text);
-        if (last.end.empty() && !blank) out += brk;  // finish the last line
-        if (!blank) out += brk;                      // an empty line before the new section
+        // Finish the last line; the new section follows it directly, as Windows writes it.
+        if (last.end.empty() && !is_blank(last.text)) out += brk;
     }
     out.append("[").append(section).append("]").append(brk);
     out.append(key).append("=").append(value).append(brk);

@@ -164,10 +164,10 @@ TEST(IniWriter, EditsKeepEveryOtherByte) {
         {"[a]\r\n[b]\r\n", Set, "a", "k", "v", "[a]\r\nk=v\r\n[b]\r\n"},
         {"[a]\nx=1", Set, "a", "k", "v", "[a]\nx=1\nk=v\n"},
         {"[s]\nx=1\r\n", Set, "s", "k", "v", "[s]\nx=1\r\nk=v\r\n"},  // the break above it
-        // A new section at the end, after an empty line.
-        {"[a]\r\nx=1\r\n", Set, "b", "k", "v", "[a]\r\nx=1\r\n\r\n[b]\r\nk=v\r\n"},
+        // A new section at the end, right after the last line.
+        {"[a]\r\nx=1\r\n", Set, "b", "k", "v", "[a]\r\nx=1\r\n[b]\r\nk=v\r\n"},
         {"[a]\nx=1\n\n", Set, "b", "k", "v", "[a]\nx=1\n\n[b]\nk=v\n"},
-        {"[a]\nx=1", Set, "b", "k", "v", "[a]\nx=1\n\n[b]\nk=v\n"},
+        {"[a]\nx=1", Set, "b", "k", "v", "[a]\nx=1\n[b]\nk=v\n"},
         {"", Set, " b ", " k ", " v", "[b]\nk= v\n"},
         {"", Set, "b", "k", "v", "[b]\r\nk=v\r\n", "\r\n"},
         {"\xEF\xBB\xBF", Set, "b", "k", "v", "\xEF\xBB\xBF[b]\nk=v\n"},
