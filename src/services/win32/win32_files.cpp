@@ -25,8 +25,9 @@ bool is_ordinary(DWORD attributes) {
             (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY)) == 0;
 }
 
-// The system's message for `code` without its line end and closing full stop.
-std::string system_message(DWORD code) {
+}  // namespace
+
+std::string system_message(unsigned long code) {
     wchar_t* buffer = nullptr;
     const DWORD n = FormatMessageW(
         FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
@@ -38,8 +39,6 @@ std::string system_message(DWORD code) {
         text.pop_back();
     return text.empty() ? std::string("Unknown error") : narrow(text);
 }
-
-}  // namespace
 
 std::optional<FileStatus> Win32FileSystem::status(const std::string& path) {
     if (path.empty()) return std::nullopt;

@@ -70,20 +70,6 @@ std::string engine_bytes(DWORD type, const std::string& raw) {
     return narrow(w);
 }
 
-// The system's message for `code` without its line end and closing full stop.
-std::string system_message(DWORD code) {
-    wchar_t* buffer = nullptr;
-    const DWORD n = FormatMessageW(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-        nullptr, code, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-    std::wstring text(buffer ? buffer : L"", n);
-    if (buffer) LocalFree(buffer);
-    while (!text.empty() && (text.back() == L'\r' || text.back() == L'\n' || text.back() == L' ' ||
-                             text.back() == L'.'))
-        text.pop_back();
-    return text.empty() ? std::string("Unknown error") : narrow(text);
-}
-
 // True under Wine, whose ntdll has a function of its own to tell its version.
 bool running_under_wine() {
     const HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
