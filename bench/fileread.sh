@@ -13,16 +13,10 @@ ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 N="${1:-1000000}"
 [[ "$N" =~ ^[1-9][0-9]*$ ]] || { echo "usage: bench/fileread.sh [LINES]" >&2; exit 2; }
 
-BUILD="$ROOT/build-bench"
 WORK="$(mktemp -d "${TMPDIR:-/tmp}/quiller-fileread.XXXXXX")"
 trap 'rm -rf "$WORK"' EXIT
 
-echo "Building quillerc (Release, $BUILD)..."
-cmake -S "$ROOT" -B "$BUILD" -DCMAKE_BUILD_TYPE=Release -DQUILLER_TESTS=OFF >"$WORK/build.log" 2>&1 \
-    && cmake --build "$BUILD" -j 2 --target quillerc >>"$WORK/build.log" 2>&1 \
-    || { tail -n 30 "$WORK/build.log"; echo "bench: building quillerc failed" >&2; exit 1; }
-QUILLERC="$(find "$BUILD" -type f -name quillerc -perm -u+x | head -n 1)"
-[ -n "$QUILLERC" ] || { echo "bench: quillerc not found in $BUILD" >&2; exit 1; }
+. "$ROOT/bench/build_quillerc.sh"
 
 # 100-byte lines: a 7-digit number, a blank, 91 letters and a line feed.
 DATA="$WORK/lines.txt"

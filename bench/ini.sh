@@ -6,13 +6,10 @@
 set -euo pipefail
 
 ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-BUILD="$ROOT/build-bench"
 WORK="$(mktemp -d "${TMPDIR:-/tmp}/quiller-ini.XXXXXX")"
 trap 'rm -rf "$WORK"' EXIT
 
-cmake -S "$ROOT" -B "$BUILD" -DCMAKE_BUILD_TYPE=Release -DQUILLER_TESTS=OFF >"$WORK/build.log" 2>&1
-cmake --build "$BUILD" -j 2 --target quillerc >>"$WORK/build.log" 2>&1
-QUILLERC="$BUILD/src/quillerc"
+. "$ROOT/bench/build_quillerc.sh"
 
 awk 'BEGIN { for (s = 0; s < 1000; s++) { printf "[Section%d]\n", s
              for (k = 0; k < 9; k++) printf "Key%d=value %d\n", k, s * 10 + k } }' >"$WORK/big.ini"

@@ -11,13 +11,10 @@ set -euo pipefail
 ROUNDS="${1:-20000}"
 VALUES=100000
 ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
-BUILD="$ROOT/build-bench"
 WORK="$(mktemp -d "${TMPDIR:-/tmp}/quiller-registry.XXXXXX")"
 trap 'rm -rf "$WORK"' EXIT
 
-cmake -S "$ROOT" -B "$BUILD" -DCMAKE_BUILD_TYPE=Release -DQUILLER_TESTS=OFF >"$WORK/build.log" 2>&1
-cmake --build "$BUILD" -j 2 --target quillerc >>"$WORK/build.log" 2>&1
-QUILLERC="$BUILD/src/quillerc"
+. "$ROOT/bench/build_quillerc.sh"
 export TMPDIR="$WORK/"
 
 now() { date +%s.%N; }

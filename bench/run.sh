@@ -14,16 +14,10 @@ N="${1:-1000000}"
 # and the jump back (in a script: while, set, endwhile).
 STATEMENTS=$((3 * N))
 
-BUILD="$ROOT/build-bench"
 WORK="$(mktemp -d "${TMPDIR:-/tmp}/quiller-bench.XXXXXX")"
 trap 'rm -rf "$WORK"' EXIT
 
-echo "Building quillerc (Release, $BUILD)..."
-cmake -S "$ROOT" -B "$BUILD" -DCMAKE_BUILD_TYPE=Release -DQUILLER_TESTS=OFF >"$WORK/build.log" 2>&1 \
-    && cmake --build "$BUILD" -j 2 --target quillerc >>"$WORK/build.log" 2>&1 \
-    || { tail -n 30 "$WORK/build.log"; echo "bench: building quillerc failed" >&2; exit 1; }
-QUILLERC="$(find "$BUILD" -type f -name quillerc -perm -u+x | head -n 1)"
-[ -n "$QUILLERC" ] || { echo "bench: quillerc not found in $BUILD" >&2; exit 1; }
+. "$ROOT/bench/build_quillerc.sh"
 
 # The loop in each language; each prints the final count so the result can be checked.
 sed "s/1000000/$N/" "$ROOT/bench/loop.prg" >"$WORK/loop.prg"

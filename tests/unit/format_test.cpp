@@ -20,13 +20,7 @@ namespace {
 
 using test::load_reference;
 using test::ReferenceRow;
-
-double to_double(const std::string& s) {
-    double v = 0;
-    auto [ptr, ec] = std::from_chars(s.data(), s.data() + s.size(), v);
-    EXPECT_TRUE(ec == std::errc{} && ptr == s.data() + s.size()) << "bad number: " << s;
-    return v;
-}
+using test::to_double;
 
 // A row the project deliberately writes differently; `ours` is the project's answer.
 struct Deviation {

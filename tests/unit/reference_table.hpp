@@ -2,6 +2,9 @@
 // naming the columns.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <charconv>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -33,6 +36,14 @@ inline std::vector<ReferenceRow> load_reference(const std::string& file) {
         rows.push_back(std::move(row));
     }
     return rows;
+}
+
+// A number column of a table, read exactly.
+inline double to_double(const std::string& s) {
+    double v = 0;
+    auto [ptr, ec] = std::from_chars(s.data(), s.data() + s.size(), v);
+    EXPECT_TRUE(ec == std::errc{} && ptr == s.data() + s.size()) << "bad number: " << s;
+    return v;
 }
 
 }  // namespace quiller::test

@@ -17,15 +17,9 @@ namespace {
 
 using test::load_reference;
 using test::ReferenceRow;
+using test::to_double;
 
 constexpr int kReferenceYear = 2026;  // the year of the clock the tables were made on
-
-double to_double(const std::string& s) {
-    double v = 0;
-    auto [ptr, ec] = std::from_chars(s.data(), s.data() + s.size(), v);
-    EXPECT_TRUE(ec == std::errc{} && ptr == s.data() + s.size()) << "bad number: " << s;
-    return v;
-}
 
 // A row the project deliberately answers differently; `ours` is the project's answer.
 struct Deviation {

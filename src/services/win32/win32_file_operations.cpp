@@ -18,16 +18,6 @@ std::int64_t unix_seconds(const FILETIME& ft) {
     return since >= 0 ? since / 10000000 : -((-since + 9999999) / 10000000);
 }
 
-std::wstring full_path(const std::wstring& path) {
-    const DWORD n = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
-    if (n == 0) return path;
-    std::wstring full(n, L'\0');
-    const DWORD written = GetFullPathNameW(path.c_str(), n, full.data(), nullptr);
-    if (written == 0 || written >= n) return path;
-    full.resize(written);
-    return full;
-}
-
 // The plain form of a path the system gave back with a prefix.
 std::wstring without_prefix(std::wstring p) {
     if (p.starts_with(L"\\\\?\\UNC\\")) return L"\\\\" + p.substr(8);

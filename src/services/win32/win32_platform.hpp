@@ -12,6 +12,8 @@ namespace quiller::win32 {
 // UTF-8 to UTF-16 and back (ill-formed input becomes U+FFFD).
 std::wstring widen(std::string_view utf8);
 std::string narrow(std::wstring_view wide);
+// The absolute form of a path (GetFullPathNameW); the path itself when that fails.
+std::wstring full_path(const std::wstring& path);
 // The system's message for an error code, without its line end and closing full stop.
 std::string system_message(unsigned long code);
 

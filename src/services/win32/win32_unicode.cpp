@@ -8,6 +8,8 @@ namespace {
 // The longest path the functions take without the "\\?\" prefix (MAX_PATH less the NUL).
 constexpr std::size_t kMaxPlainPath = MAX_PATH - 1;
 
+}  // namespace
+
 std::wstring full_path(const std::wstring& path) {
     const DWORD n = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
     if (n == 0) return path;
@@ -17,8 +19,6 @@ std::wstring full_path(const std::wstring& path) {
     full.resize(written);
     return full;
 }
-
-}  // namespace
 
 std::wstring widen(std::string_view utf8) {
     if (utf8.empty()) return {};
