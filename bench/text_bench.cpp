@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "common/text.hpp"
+#include "value/text.hpp"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Control flow: the line finder and the block statements. Blocks keep no stack: each statement
 // that needs its partner searches the program table, counting nesting; results are cached until
 // the table grows.
-#include "common/text.hpp"
+#include "value/text.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"

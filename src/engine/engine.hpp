@@ -14,7 +14,7 @@
 #include "engine/program.hpp"
 #include "engine/splitter.hpp"
 #include "engine/variables.hpp"
-#include "services/platform.hpp"
+#include "os/platform.hpp"
 #include "ui/host.hpp"
 #include "ui/output_model.hpp"
 

@@ -1,5 +1,5 @@
 // Statements the engine runs itself: `set`, `debug`, `errorshow`, `environment`.
-#include "common/text.hpp"
+#include "value/text.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"

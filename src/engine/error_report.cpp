@@ -1,7 +1,7 @@
 // The one failure channel: the error log record, the hand-over to the script's on_error
 // subroutine, and the error window.
-#include "common/text.hpp"
-#include "common/value.hpp"
+#include "value/text.hpp"
+#include "value/value.hpp"
 #include "engine/engine.hpp"
 
 namespace quiller {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "services/platform.hpp"
+#include "os/platform.hpp"
 
 namespace quiller {
 

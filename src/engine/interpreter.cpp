@@ -1,5 +1,5 @@
 // The interpreter loop: substitutes, splits and dispatches one program line after another.
-#include "common/text.hpp"
+#include "value/text.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"

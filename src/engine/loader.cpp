@@ -1,6 +1,6 @@
 // Script loading: reads a .prg file into the program table, normalising every line to
 // keyword + arguments, and enters the script's main subroutine.
-#include "common/text.hpp"
+#include "value/text.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"

@@ -1,11 +1,11 @@
 // Start-up: the engine's state, the command line, the start-up variables, and the end of a run.
 #include <chrono>
 
-#include "common/text.hpp"
-#include "common/value.hpp"
+#include "value/text.hpp"
+#include "value/value.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
-#include "services/registry_engine.hpp"
+#include "engine/registry_engine.hpp"
 #include "version.hpp"
 
 namespace quiller {

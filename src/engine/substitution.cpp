@@ -1,6 +1,6 @@
 #include "engine/substitution.hpp"
 
-#include "common/text.hpp"
+#include "value/text.hpp"
 #include "engine/variables.hpp"
 
 namespace quiller {

@@ -1,7 +1,7 @@
 #include "engine/variables.hpp"
 
-#include "common/text.hpp"
-#include "common/value.hpp"
+#include "value/text.hpp"
+#include "value/value.hpp"
 
 namespace quiller {
 

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "common/text.hpp"
-#include "common/value.hpp"
+#include "value/text.hpp"
+#include "value/value.hpp"
 #include "engine/engine.hpp"
 
 namespace quiller {

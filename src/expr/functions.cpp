@@ -2,7 +2,7 @@
 
 #include <unordered_map>
 
-#include "common/text.hpp"
+#include "value/text.hpp"
 #include "engine/engine.hpp"
 #include "expr/set_expression.hpp"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "common/format.hpp"
+#include "value/format.hpp"
 
 namespace quiller {
 namespace {

@@ -5,11 +5,11 @@
 #include <map>
 #include <tuple>
 
-#include "common/format.hpp"
-#include "services/file_operation_paths.hpp"
-#include "services/file_operation_select.hpp"
-#include "services/file_operation_steps.hpp"
-#include "services/platform.hpp"
+#include "value/format.hpp"
+#include "os/file_operation_paths.hpp"
+#include "bindings/file_operation_select.hpp"
+#include "bindings/file_operation_steps.hpp"
+#include "os/platform.hpp"
 
 namespace quiller::fileops {
 namespace {

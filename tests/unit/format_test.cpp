@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "common/format.hpp"
-#include "common/value.hpp"
+#include "value/format.hpp"
+#include "value/value.hpp"
 #include "reference_table.hpp"
 
 namespace quiller::value {

@@ -10,7 +10,7 @@
 #include <random>
 
 #include "scripted_host.hpp"
-#include "services/ini_profile.hpp"
+#include "os/ini_profile.hpp"
 
 namespace quiller::testing {
 namespace {

@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "scripted_host.hpp"
-#include "services/network_keys.hpp"
+#include "os/network_keys.hpp"
 
 namespace quiller::testing {
 namespace {

@@ -11,9 +11,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "services/file_operation_select.hpp"
-#include "services/posix/posix_file_operations.hpp"
-#include "services/posix/posix_platform.hpp"
+#include "bindings/file_operation_select.hpp"
+#include "os/posix/posix_file_operations.hpp"
+#include "os/posix/posix_platform.hpp"
 
 namespace quiller {
 namespace {

@@ -12,7 +12,7 @@
 #include <fstream>
 
 #include "scripted_host.hpp"
-#include "services/posix/posix_platform.hpp"
+#include "os/posix/posix_platform.hpp"
 
 namespace quiller::testing {
 namespace {

@@ -9,10 +9,10 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "common/text.hpp"
+#include "value/text.hpp"
 #include "expr/condition.hpp"
 #include "scripted_host.hpp"
-#include "services/posix/posix_network.hpp"
+#include "os/posix/posix_network.hpp"
 
 namespace quiller::testing {
 namespace {

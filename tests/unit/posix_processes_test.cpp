@@ -12,7 +12,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "services/posix/posix_processes.hpp"
+#include "os/posix/posix_processes.hpp"
 
 namespace quiller::testing {
 namespace {

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "scripted_host.hpp"
-#include "services/process_options.hpp"
+#include "os/process_options.hpp"
 
 namespace quiller::testing {
 namespace {

@@ -2,8 +2,8 @@
 // malformed input that is reported line by line.
 #include <gtest/gtest.h>
 
-#include "services/registry_file.hpp"
-#include "services/registry_values.hpp"
+#include "os/registry_file.hpp"
+#include "os/registry_values.hpp"
 
 namespace quiller {
 namespace {

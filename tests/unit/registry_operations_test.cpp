@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "scripted_host.hpp"
-#include "services/registry.hpp"
-#include "services/registry_operations.hpp"
+#include "os/registry.hpp"
+#include "os/registry_operations.hpp"
 
 namespace quiller::testing {
 namespace {

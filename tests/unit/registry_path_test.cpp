@@ -2,8 +2,8 @@
 // script tests (tests/scripts/registry_*.prg) don't reach.
 #include <gtest/gtest.h>
 
-#include "services/registry_path.hpp"
-#include "services/registry_values.hpp"
+#include "os/registry_path.hpp"
+#include "os/registry_values.hpp"
 
 namespace quiller {
 namespace {

@@ -11,8 +11,8 @@
 #include <fstream>
 
 #include "scripted_host.hpp"
-#include "services/posix/posix_registry.hpp"
-#include "services/registry_values.hpp"
+#include "os/posix/posix_registry.hpp"
+#include "os/registry_values.hpp"
 
 namespace quiller {
 namespace {

@@ -14,10 +14,10 @@
 #include <unistd.h>
 #endif
 
-#include "services/registry_store.hpp"
-#include "services/registry_values.hpp"
+#include "os/registry_store.hpp"
+#include "os/registry_values.hpp"
 #ifndef _WIN32
-#include "services/posix/posix_registry.hpp"
+#include "os/posix/posix_registry.hpp"
 #endif
 
 namespace quiller {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "common/value.hpp"
+#include "value/value.hpp"
 #include "engine/engine.hpp"
 #include "ui/host.hpp"
 

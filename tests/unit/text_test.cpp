@@ -1,6 +1,6 @@
 // Unit tests for the shared text helpers (common/text.hpp): encodings, case mapping, comparing,
 // finding and replacing without case, over ill-formed bytes and mappings that change lengths.
-#include "common/text.hpp"
+#include "value/text.hpp"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "common/value.hpp"
+#include "value/value.hpp"
 
 namespace quiller::value {
 namespace {

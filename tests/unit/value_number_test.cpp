@@ -6,7 +6,7 @@
 #include <limits>
 #include <string>
 
-#include "common/value.hpp"
+#include "value/value.hpp"
 
 namespace quiller::value {
 namespace {

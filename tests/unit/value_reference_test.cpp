@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "common/value.hpp"
+#include "value/value.hpp"
 #include "reference_table.hpp"
 
 namespace quiller::value {

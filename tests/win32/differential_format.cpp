@@ -2,9 +2,9 @@
 // the class that explains it.
 #include <cstdio>
 
-#include "common/format.hpp"
-#include "common/format_picture.hpp"
-#include "common/value.hpp"
+#include "value/format.hpp"
+#include "value/format_picture.hpp"
+#include "value/value.hpp"
 #include "differential_format_rules.hpp"
 
 namespace quiller::differential {

@@ -4,9 +4,9 @@
 #include <cctype>
 #include <cstdio>
 
-#include "common/format.hpp"
-#include "common/format_picture.hpp"
-#include "common/value.hpp"
+#include "value/format.hpp"
+#include "value/format_picture.hpp"
+#include "value/value.hpp"
 #include "differential_format_rules.hpp"
 
 namespace quiller::differential {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <functional>
 
-#include "common/format.hpp"
+#include "value/format.hpp"
 #include "differential_format_rules.hpp"
 
 namespace quiller::differential {

@@ -8,8 +8,8 @@
 #include <windows.h>
 
 #include "differential.hpp"
-#include "services/ini_profile.hpp"
-#include "services/win32/win32_platform.hpp"
+#include "os/ini_profile.hpp"
+#include "os/win32/win32_platform.hpp"
 
 namespace quiller::differential {
 namespace {

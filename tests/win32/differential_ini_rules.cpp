@@ -1,7 +1,7 @@
 // How the profile functions under Wine lay out a file they write, and which known rule explains
 // a difference in a value read or in a file written.
 #include "differential.hpp"
-#include "services/ini_profile.hpp"
+#include "os/ini_profile.hpp"
 
 namespace quiller::differential {
 namespace {

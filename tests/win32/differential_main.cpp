@@ -17,7 +17,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "common/value.hpp"
+#include "value/value.hpp"
 #include "differential.hpp"
 
 namespace quiller::differential {

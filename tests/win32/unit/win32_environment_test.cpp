@@ -4,9 +4,9 @@
 
 #include <cmath>
 
-#include "common/value.hpp"
-#include "services/win32/win32_platform.hpp"
-#include "services/win32/win32_regional.hpp"
+#include "value/value.hpp"
+#include "os/win32/win32_platform.hpp"
+#include "os/win32/win32_regional.hpp"
 
 namespace quiller::testing {
 namespace {

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "services/win32/win32_platform.hpp"
+#include "os/win32/win32_platform.hpp"
 
 namespace quiller::testing {
 namespace {

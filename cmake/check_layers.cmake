@@ -1,0 +1,33 @@
+# Refuses an #include that points from a lower layer to a higher one (see src/CMakeLists.txt).
+# Runs at configure time, so a wrong include fails the build before anything compiles.
+
+# Folders each layer may include from, besides its own.
+set(QUILLER_LAYER_ALLOWS_value "")
+set(QUILLER_LAYER_ALLOWS_os "value")
+set(QUILLER_LAYER_ALLOWS_ui "value")
+set(QUILLER_LAYER_ALLOWS_engine "value;os;ui;expr")
+set(QUILLER_LAYER_ALLOWS_expr "value;os;ui;engine")
+set(QUILLER_LAYER_ALLOWS_sync "value;os;ui")
+set(QUILLER_LAYER_ALLOWS_bindings "value;os;ui;engine;expr;sync")
+set(QUILLER_LAYER_ALLOWS_hosts "value;os;ui")
+
+function(quiller_check_layers src_dir)
+  set(problems "")
+  foreach(layer value os ui engine expr sync bindings hosts)
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS ${src_dir}/${layer}/*.cpp ${src_dir}/${layer}/*.hpp)
+    set(allowed ${layer} ${QUILLER_LAYER_ALLOWS_${layer}})
+    foreach(file IN LISTS files)
+      file(STRINGS ${file} includes REGEX "^#include \"[a-z_]+/")
+      foreach(line IN LISTS includes)
+        string(REGEX REPLACE "^#include \"([a-z_]+)/.*" "\\1" target "${line}")
+        if(NOT target IN_LIST allowed)
+          file(RELATIVE_PATH rel ${src_dir} ${file})
+          string(APPEND problems "\n  ${rel}: ${line}")
+        endif()
+      endforeach()
+    endforeach()
+  endforeach()
+  if(problems)
+    message(FATAL_ERROR "Includes that point to a higher layer:${problems}")
+  endif()
+endfunction()

@@ -1,0 +1,126 @@
+// The file function group: fileopen, fileread, filesize, getattrib, dirsize and
+// replacestringinfile. A missing file or a bad file number throws a ScriptFailure, which the
+// interpreter loop reports as a warning; the variable is then left unset.
+#include <cerrno>
+#include <cmath>
+
+#include "value/format.hpp"
+#include "value/text.hpp"
+#include "value/value.hpp"
+#include "engine/engine.hpp"
+#include "engine/failure.hpp"
+#include "expr/functions.hpp"
+
+namespace quiller {
+namespace {
+
+constexpr std::string_view kEndOfFile = "(eof)";
+
+FileSystem& file_system(const FunctionCall& c) {
+    return *c.engine.platform().files;
+}
+
+// A status that names an existing file (not a directory), or "File not found".
+FileStatus file_status(const FunctionCall& c, std::string_view path) {
+    const auto st = file_system(c).status(std::string(path));
+    if (!st || (st->attributes & kAttrDirectory)) throw failures::file_not_found();
+    return *st;
+}
+
+std::string whole_number(std::int64_t n) {
+    return value::format_general_number(static_cast<double>(n));
+}
+
+// a2 exactly "write" truncates; otherwise "append" anywhere in the line appends.
+std::string fileopen(const FunctionCall& c) {
+    OpenMode mode = OpenMode::Read;
+    if (c.arg(2) == "write")
+        mode = OpenMode::Write;
+    else if (c.line_has("append"))
+        mode = OpenMode::Append;
+    int error = 0;
+    auto file = file_system(c).open(std::string(c.arg(1)), mode, error);
+    if (!file) {
+        if (error == ENOENT && mode == OpenMode::Read) throw failures::file_not_found();
+        if (error == EISDIR) throw failures::path_access_error();
+        throw failures::system(file_system(c).error_text(error));
+    }
+    return std::to_string(c.engine.files().add(std::move(file), mode));
+}
+
+// Lines come back as UTF-8; a line that isn't is read as Windows-1252.
+std::string fileread(const FunctionCall& c) {
+    FileTable& table = c.engine.files();
+    const int number = table.open_number(c.arg(1));
+    if (table.mode(number) != OpenMode::Read) throw ScriptFailure{"Bad file mode", 54, {}};
+    if (table.at_end(number)) return std::string(kEndOfFile);
+    std::string line;
+    if (!table.find(number)->read_line(line)) {
+        table.set_at_end(number);
+        return std::string(kEndOfFile);
+    }
+    if (text::is_ascii(line) || text::is_valid_utf8(line)) return line;
+    return text::windows1252_to_utf8(line);
+}
+
+std::string filesize(const FunctionCall& c) {
+    return whole_number(file_status(c, c.arg(1)).size);
+}
+
+std::string getattrib(const FunctionCall& c) {
+    const auto st = file_system(c).status(std::string(c.arg(1)));
+    if (!st) throw failures::file_not_found();
+    std::string letters;
+    for (const auto& [bit, letter] : {std::pair{kAttrReadOnly, 'R'},
+                                      {kAttrHidden, 'H'},
+                                      {kAttrSystem, 'S'},
+                                      {kAttrArchive, 'A'},
+                                      {kAttrCompressed, 'C'}}) {
+        if (st->attributes & bit) letters += letter;
+    }
+    return letters;
+}
+
+// Kilobytes, or bytes, megabytes, gigabytes by the unit letter; empty for no directory.
+std::string dirsize(const FunctionCall& c) {
+    const std::string dir(c.arg(1));
+    const auto st = file_system(c).status(dir);
+    if (!st || !(st->attributes & kAttrDirectory)) return {};
+    const auto bytes = file_system(c).tree_size(dir);
+    if (!bytes) return {};
+    double size = static_cast<double>(*bytes) / 1024;
+    const std::string unit = text::to_upper(c.arg(2));
+    if (unit == "B") size *= 1024;
+    if (unit == "M") size /= 1024;
+    if (unit == "G") size /= 1024.0 * 1024.0;
+    return value::format_number(size, "0.0#");
+}
+
+// Case-blind, every occurrence; the count of replacements. The file is rewritten (atomically)
+// only when something was replaced. Its bytes are searched as they are, so a file in another
+// encoding keeps it.
+std::string replacestringinfile(const FunctionCall& c) {
+    const std::string path(c.arg(1));
+    file_status(c, path);
+    if (c.arg(2).empty()) return "0";
+    int error = 0;
+    auto content = file_system(c).read_file(path, error);
+    if (!content) throw failures::system(file_system(c).error_text(error));
+    const std::size_t count = text::replace_all(*content, c.arg(2), c.arg(3));
+    if (count > 0 && !file_system(c).replace_file(path, *content, error))
+        throw failures::system(file_system(c).error_text(error));
+    return std::to_string(count);
+}
+
+constexpr FunctionDef kRows[] = {
+    {"dirsize", dirsize},   {"filesize", filesize},   {"fileopen", fileopen},
+    {"fileread", fileread}, {"getattrib", getattrib}, {"replacestringinfile", replacestringinfile},
+};
+
+}  // namespace
+
+std::span<const FunctionDef> file_functions() {
+    return kRows;
+}
+
+}  // namespace quiller

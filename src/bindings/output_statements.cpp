@@ -1,0 +1,107 @@
+// The output window's statements: `print`, `printtofile`, `printwindow`, `pause`. They work on
+// the engine's output model; the host shows it.
+#include <cmath>
+
+#include "value/value.hpp"
+#include "engine/engine.hpp"
+#include "engine/failure.hpp"
+#include "engine/statements.hpp"
+#include "engine/registry_engine.hpp"
+
+namespace quiller::statements {
+namespace {
+
+// The output window's placement in the registry.
+constexpr std::string_view kDisplayFormKey = "HKEY_CURRENT_USER\\Software\\Quiller\\DisplayForm";
+
+// A whole number as the window statements convert their arguments (rounded half to even, 32-bit).
+int whole_number(std::string_view text) {
+    const std::optional<double> v = value::parse_locale_number(text);
+    if (!v) throw failures::type_mismatch();
+    const double rounded = std::nearbyint(*v);
+    if (rounded < -2147483648.0 || rounded > 2147483647.0) throw failures::overflow();
+    return static_cast<int>(rounded);
+}
+
+// The modal part of `ShowOutput`: a hidden window shows the message as its title too, and
+// returns to its former visibility afterwards.
+void show_modal(Engine& e, std::string_view message) {
+    OutputModel& out = e.output();
+    const bool was_visible = out.visible();
+    if (!was_visible) out.set_title(message);
+    out.set_visible(true);
+    e.host().output_pause(out, message);
+    out.set_visible(was_visible);
+}
+
+void timed_pause(Engine& e, std::string_view message, int seconds) {
+    OutputModel& out = e.output();
+    Clock& clock = *e.platform().clock;
+    if (!out.loaded()) {
+        out.show({}, message, false, false);
+        out.set_visible(true);
+    }
+    e.host().output_notice(out, message);
+    if (seconds < 6) {
+        if (seconds > 0) clock.sleep_ms(seconds * 1000);
+        return;
+    }
+    const std::string caption = out.caption();
+    e.host().output_dismissed();  // forget an earlier OK
+    for (int n = seconds; n >= 1; --n) {
+        out.set_caption(std::to_string(n) + " :  " + caption);
+        e.host().output_refresh(out);
+        clock.sleep_ms(1000);
+        e.host().process_events();
+        if (e.host().output_dismissed()) break;
+    }
+    out.set_caption(caption);
+    e.host().output_refresh(out);
+}
+
+}  // namespace
+
+void print(Engine& e) {
+    const Slots& s = e.slots();
+    OutputModel& out = e.output();
+    out.show(s[2], s[1], e.has_option("clear"), e.has_option("insert"));
+    out.set_visible(true);
+    e.host().output_printed(out, s[1]);
+}
+
+void printtofile(Engine& e) {
+    FileSystem& files = *e.platform().files;
+    int error = 0;
+    std::unique_ptr<OpenFile> file = files.open(e.slots()[1], OpenMode::Write, error);
+    if (!file) throw failures::system(files.error_text(error));
+    const bool ok = file->write(e.output().file_image(kLineBreak));
+    if (!file->close() || !ok) throw failures::path_access_error();
+}
+
+// `printwindow left top width height` (twips). The placement is stored for the output window
+// first, value by value, so values written before a bad number stay written.
+void printwindow(Engine& e) {
+    const Slots& s = e.slots();
+    RegistryOperations registry = registry_operations(e);
+    const auto store = [&](std::string_view name, std::string_view text) {
+        const int n = whole_number(text);
+        registry.write_reg(kDisplayFormKey, name, std::to_string(n), "REG_SZ");
+        return n;
+    };
+    const int top = store("Top", s[2]);
+    const int height = store("Height", s[4]);
+    const int left = store("Left", s[1]);
+    const int width = store("Width", s[3]);
+    e.host().output_place(left, top, width, height);
+}
+
+// `pause [message] [seconds]`.
+void pause(Engine& e) {
+    const Slots& s = e.slots();
+    if (!s[2].empty()) return timed_pause(e, s[1], whole_number(s[2]));
+    const std::string message = s[1].empty() ? std::string("Press OK to continue") : s[1];
+    e.output().show({}, message, false, false);
+    show_modal(e, message);
+}
+
+}  // namespace quiller::statements

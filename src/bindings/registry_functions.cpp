@@ -1,0 +1,92 @@
+// The registry's functions (readreg, regvaluetype, enumregkeys, enumregvalues) and condition
+// tests (regkeyexists, regvalueexists).
+#include <cmath>
+
+#include "value/value.hpp"
+#include "engine/engine.hpp"
+#include "engine/failure.hpp"
+#include "expr/condition.hpp"
+#include "expr/functions.hpp"
+#include "os/registry.hpp"
+#include "engine/registry_engine.hpp"
+
+namespace quiller {
+namespace {
+
+// readreg a1 key path, a2 value name: the value as text, empty when it doesn't exist.
+std::string readreg(const FunctionCall& c) {
+    RegistryOperations ops = registry_operations(c.engine);
+    Registry reg(ops);
+    reg.key = c.arg(1);
+    reg.value = c.arg(2);
+    reg.read_contents();
+    return reg.contents;
+}
+
+// regvaluetype a1 key path, a2 value name: REG_SZ ... or UNKNOWN; empty when it doesn't exist.
+std::string regvaluetype(const FunctionCall& c) {
+    RegistryOperations ops = registry_operations(c.engine);
+    Registry reg(ops);
+    reg.key = c.arg(1);
+    reg.value = c.arg(2);
+    reg.read_contents();
+    return reg.contents_type;
+}
+
+// The position of an enumeration, kept in the script variable named like the function.
+std::uint32_t position(Engine& engine, std::string_view variable) {
+    const double v = value::read_leading_number(engine.variables().get(variable, "0"));
+    if (!(v >= 0)) return 0;
+    return v >= 4294967295.0 ? 4294967295u : static_cast<std::uint32_t>(v);
+}
+
+void set_position(Engine& engine, std::string_view variable, std::uint64_t index) {
+    if (!engine.variables().set(variable, std::to_string(index))) throw failures::overflow();
+}
+
+// enumregkeys / enumregvalues a1 key path: one name per call, from the position in the
+// variable $enumregkeys$ / $enumregvalues$ (default 0), which then moves on by one. Past the last
+// name the result is empty and the position goes back to 0, ready for the next round.
+template <bool kKeys>
+std::string enumerate(const FunctionCall& c) {
+    constexpr std::string_view variable = kKeys ? "enumregkeys" : "enumregvalues";
+    const std::uint32_t index = position(c.engine, variable);
+    RegistryOperations ops = registry_operations(c.engine);
+    Registry reg(ops);
+    reg.key = c.arg(1);
+    std::string name = kKeys ? reg.enum_keys(index) : reg.enum_values(index);
+    set_position(c.engine, variable, name.empty() ? 0 : std::uint64_t{index} + 1);
+    return name;
+}
+
+constexpr FunctionDef kRegistryFunctions[] = {
+    {"readreg", readreg},
+    {"regvaluetype", regvaluetype},
+    {"enumregkeys", enumerate<true>},
+    {"enumregvalues", enumerate<false>},
+};
+
+}  // namespace
+
+std::span<const FunctionDef> registry_functions() {
+    return kRegistryFunctions;
+}
+
+// `if regkeyexists KEYPATH`: false, without a warning, when the key isn't there.
+bool registry_key_exists(Engine& engine, const std::string& path) {
+    RegistryOperations ops = registry_operations(engine);
+    Registry reg(ops);
+    reg.key = path;
+    return reg.key_exists();
+}
+
+// `if regvalueexists KEYPATH VALUENAME`: VALUENAME DEFAULT is the key's default value.
+bool registry_value_exists(Engine& engine, const std::string& path, const std::string& name) {
+    RegistryOperations ops = registry_operations(engine);
+    Registry reg(ops);
+    reg.key = path;
+    reg.value = name;
+    return reg.value_exists();
+}
+
+}  // namespace quiller

@@ -1,0 +1,37 @@
+// quillerc: runs a .prg script with the console host.
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "main/command_line.hpp"
+#include "hosts/console/console_host.hpp"
+#include "engine/engine.hpp"
+
+#ifdef _WIN32
+#include "os/win32/win32_console.hpp"
+#endif
+
+namespace {
+
+// The arguments joined into one command-line text; on Windows read as UTF-8 from the wide
+// command line, whatever the code page.
+std::string command_line([[maybe_unused]] int argc, [[maybe_unused]] char** argv) {
+#ifdef _WIN32
+    quiller::win32::use_utf8_console();
+    const std::vector<std::string> args = quiller::win32::utf8_arguments();
+    std::vector<const char*> pointers{"quillerc"};
+    for (const std::string& a : args) pointers.push_back(a.c_str());
+    return quiller::join_command_line(static_cast<int>(pointers.size()), pointers.data());
+#else
+    return quiller::join_command_line(argc, argv);
+#endif
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    quiller::ConsoleHost host(stdout, stderr, stdin);
+    quiller::Platform platform = quiller::make_platform();
+    quiller::Engine engine(host, platform);
+    return engine.run(command_line(argc, argv));
+}

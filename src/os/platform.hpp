@@ -1,0 +1,121 @@
+// Operating-system services, each behind its own interface. A POSIX and a Win32 implementation
+// are chosen at build time by `make_platform()`; tests substitute fakes per service.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "os/file_operations.hpp"
+#include "os/network.hpp"
+#include "os/processes.hpp"
+#include "os/registry_store.hpp"
+
+namespace quiller {
+
+// File attribute bits as Windows reports them.
+enum FileAttribute : std::uint32_t {
+    kAttrReadOnly = 1,
+    kAttrHidden = 2,
+    kAttrSystem = 4,
+    kAttrDirectory = 16,
+    kAttrArchive = 32,
+    kAttrCompressed = 2048,
+};
+
+struct FileStatus {
+    std::uint32_t attributes = 0;
+    std::int64_t size = 0;
+    std::int64_t modified = 0;  // seconds since 1970-01-01 UTC
+};
+
+// A file a script opened with `fileopen`, read line by line or written.
+class OpenFile {
+  public:
+    virtual ~OpenFile() = default;
+    // The next line without its line end (CR LF, LF or CR); false at the end of the file.
+    virtual bool read_line(std::string& line) = 0;
+    // Writes bytes as they are; false on failure.
+    virtual bool write(std::string_view bytes) = 0;
+    // Flushes and closes; false when the data could not be written.
+    virtual bool close() = 0;
+};
+
+enum class OpenMode { Read, Write, Append };
+
+class FileSystem {
+  public:
+    virtual ~FileSystem() = default;
+    // Attributes, size and modification time; nothing when the path can't be read.
+    virtual std::optional<FileStatus> status(const std::string& path) = 0;
+    // True when a listing of `pattern` ("*" and "?" allowed in the last component) finds at least
+    // one ordinary file (not hidden, not system, not a directory).
+    virtual bool any_ordinary_file(const std::string& pattern) = 0;
+    // The whole file's bytes; nothing when it can't be opened or read (errno-style code in
+    // `error`).
+    virtual std::optional<std::string> read_file(const std::string& path, int& error) = 0;
+    // Appends bytes to a file, creating it; false on failure.
+    virtual bool append_file(const std::string& path, std::string_view bytes) = 0;
+    // The platform's message for a system error code, as "text (code)".
+    virtual std::string error_text(int code) = 0;
+
+    // Opens a file for `fileopen`; nothing on failure (code in `error`).
+    virtual std::unique_ptr<OpenFile> open(const std::string& path, OpenMode mode, int& error) = 0;
+    // Replaces a file's content through a temporary file in the same directory and an atomic
+    // rename, so a crash never leaves a half-written file. False on failure (code in `error`).
+    virtual bool replace_file(const std::string& path, std::string_view bytes, int& error) = 0;
+    // Total bytes of the files of a directory tree; nothing when it can't be listed.
+    virtual std::optional<std::int64_t> tree_size(const std::string& directory) = 0;
+    // Free bytes on the disk that holds `path` (a drive such as "C:" or any path on it).
+    virtual std::optional<std::int64_t> free_space(const std::string& path) = 0;
+    // A new temporary file name in the temporary directory, made from `prefix` as the
+    // platform's temporary-file naming does ("pre" + unique hex digits + ".tmp"); the file is
+    // created when `create` is set. Empty on failure.
+    virtual std::string temp_file_name(const std::string& prefix, bool create) = 0;
+};
+
+// Physical memory, in bytes.
+struct MemoryStatus {
+    std::int64_t total = 0;
+    std::int64_t available = 0;
+};
+
+class Environment {
+  public:
+    virtual ~Environment() = default;
+    // The value of an environment variable; empty when it is not set.
+    virtual std::string get(const std::string& name) = 0;
+    // The temporary directory, with its trailing separator.
+    virtual std::string temp_dir() = 0;
+    // The operating-system family: "Windows95", "Windows NT", or empty.
+    virtual std::string os_family() = 0;
+    virtual MemoryStatus memory() = 0;
+};
+
+class Clock {
+  public:
+    virtual ~Clock() = default;
+    // The present local date and time as a day number (days since 30 December 1899).
+    virtual double now() = 0;
+    // Seconds since an arbitrary start, for seeding and timing.
+    virtual double monotonic_seconds() = 0;
+    virtual void sleep_ms(int ms) = 0;
+};
+
+// The set of services one run uses.
+struct Platform {
+    std::unique_ptr<FileSystem> files;
+    std::unique_ptr<Environment> environment;
+    std::unique_ptr<Clock> clock;
+    std::unique_ptr<RegistryStore> registry;
+    std::unique_ptr<Processes> processes;
+    std::unique_ptr<FileOperations> file_operations;
+    std::unique_ptr<Network> network;
+};
+
+// The implementation for the platform this build targets.
+Platform make_platform();
+
+}  // namespace quiller

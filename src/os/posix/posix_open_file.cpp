@@ -1,0 +1,275 @@
+// Files opened by scripts, temporary files and atomic replacement on POSIX.
+//
+// Only regular files are read (a FIFO would block, a device could stream for ever); writing
+// also accepts character devices such as /dev/null. A file whose owner-write bit is clear
+// counts as read-only, as `getattrib` reports it, and is never written, even by root.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <memory>
+#include <random>
+
+#include "os/posix/posix_platform.hpp"
+
+namespace quiller::posix {
+namespace {
+
+constexpr std::size_t kReadBuffer = 128 * 1024;
+
+bool write_all(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t n = ::write(fd, bytes.data(), bytes.size());
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) return false;
+        if (n == 0) {
+            errno = EIO;
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(n));
+    }
+    return true;
+}
+
+// The first CR or LF in [p, p + n), or nullptr. LF is searched with memchr; a CR only matters
+// before it, so CR-free lines cost one fast scan.
+const char* find_line_end(const char* p, std::size_t n) {
+    const auto* lf = static_cast<const char*>(std::memchr(p, '\n', n));
+    const std::size_t span = lf ? static_cast<std::size_t>(lf - p) : n;
+    const auto* cr = static_cast<const char*>(std::memchr(p, '\r', span));
+    return cr ? cr : lf;
+}
+
+// A buffered file descriptor: lines are cut from a read buffer; writes go straight through, so
+// other functions (filesize, replacestringinfile) see them at once and nothing is lost when
+// the process ends abruptly.
+class PosixOpenFile final : public OpenFile {
+  public:
+    explicit PosixOpenFile(int fd) : fd_(fd) {}
+    ~PosixOpenFile() override { close(); }
+
+    bool read_line(std::string& line) override {
+        line.clear();
+        bool any = false;
+        for (;;) {
+            if (pos_ == size_ && !refill()) return any;
+            if (skip_lf_) {  // the LF of a CR LF split across two reads
+                skip_lf_ = false;
+                if (buffer_[pos_] == '\n') {
+                    ++pos_;
+                    continue;
+                }
+            }
+            any = true;
+            const char* start = buffer_.get() + pos_;
+            const char* end = find_line_end(start, size_ - pos_);
+            if (!end) {
+                line.append(start, size_ - pos_);
+                pos_ = size_;
+                continue;
+            }
+            line.append(start, static_cast<std::size_t>(end - start));
+            pos_ = static_cast<std::size_t>(end - buffer_.get()) + 1;
+            if (*end == '\r') take_lf_after_cr();
+            return true;
+        }
+    }
+
+    bool write(std::string_view bytes) override { return fd_ >= 0 && write_all(fd_, bytes); }
+
+    bool close() override {
+        if (fd_ < 0) return true;
+        const bool ok = ::close(fd_) == 0;
+        fd_ = -1;
+        return ok;
+    }
+
+  private:
+    void take_lf_after_cr() {
+        if (pos_ < size_) {
+            if (buffer_[pos_] == '\n') ++pos_;
+        } else {
+            skip_lf_ = true;
+        }
+    }
+
+    bool refill() {
+        if (fd_ < 0) return false;
+        if (!buffer_) buffer_ = std::make_unique<char[]>(kReadBuffer);
+        ssize_t n;
+        do n = ::read(fd_, buffer_.get(), kReadBuffer);
+        while (n < 0 && errno == EINTR);
+        size_ = n > 0 ? static_cast<std::size_t>(n) : 0;
+        pos_ = 0;
+        return size_ > 0;
+    }
+
+    int fd_;
+    std::unique_ptr<char[]> buffer_;
+    std::size_t size_ = 0;
+    std::size_t pos_ = 0;
+    bool skip_lf_ = false;
+};
+
+bool read_only(const struct stat& st) {
+    return !(st.st_mode & S_IWUSR);
+}
+
+// Why an opened descriptor can't serve the mode (0 when it can).
+int unusable(const struct stat& st, OpenMode mode) {
+    if (S_ISDIR(st.st_mode)) return EISDIR;
+    if (mode == OpenMode::Read) return S_ISREG(st.st_mode) ? 0 : EINVAL;
+    if (!S_ISREG(st.st_mode) && !S_ISCHR(st.st_mode)) return EINVAL;
+    return S_ISREG(st.st_mode) && read_only(st) ? EACCES : 0;
+}
+
+int open_flags(OpenMode mode) {
+    // Non-blocking only while opening, so a FIFO without a partner can't hang the script.
+    int flags = O_CLOEXEC | O_NONBLOCK;
+    if (mode == OpenMode::Read) return flags | O_RDONLY;
+    flags |= O_WRONLY | O_CREAT;  // truncated only after the read-only check
+    return mode == OpenMode::Append ? flags | O_APPEND : flags;
+}
+
+int fail(int fd, int code, int& error) {
+    ::close(fd);
+    error = code;
+    return -1;
+}
+
+// Opens and checks the file; the descriptor, or -1 with `error` set.
+int open_checked(const std::string& path, OpenMode mode, int& error) {
+    const int fd = ::open(path.c_str(), open_flags(mode), 0666);
+    if (fd < 0) {
+        error = errno == ENXIO ? EINVAL : errno;
+        return -1;
+    }
+    struct stat st {};
+    if (::fstat(fd, &st) != 0) return fail(fd, errno, error);
+    if (const int code = unusable(st, mode)) return fail(fd, code, error);
+    if (mode == OpenMode::Write && S_ISREG(st.st_mode) && ::ftruncate(fd, 0) != 0)
+        return fail(fd, errno, error);
+    const int status = ::fcntl(fd, F_GETFL);
+    if (status < 0 || ::fcntl(fd, F_SETFL, status & ~O_NONBLOCK) != 0)
+        return fail(fd, errno, error);
+    return fd;
+}
+
+// The file a path names, through symbolic links, so that replacing it keeps the link.
+std::string resolved(const std::string& path) {
+    char buffer[PATH_MAX];
+    return ::realpath(path.c_str(), buffer) ? std::string(buffer) : path;
+}
+
+// Gives a new file the mode and owner of the one it replaces (or the default mode).
+void copy_identity(int fd, const struct stat* old) {
+    if (old) {
+        [[maybe_unused]] const int ignored = ::fchown(fd, old->st_uid, old->st_gid);
+        ::fchmod(fd, old->st_mode & 07777);
+        return;
+    }
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::fchmod(fd, 0666 & ~mask);
+}
+
+// Makes a rename durable: flushes the directory that holds `path`.
+void sync_directory(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    const std::string dir = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    const int fd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    ::fsync(fd);
+    ::close(fd);
+}
+
+// Writes `bytes` to a new temporary file beside `target`; its name, or empty with `error`.
+std::string write_beside(const std::string& target, std::string_view bytes, const struct stat* old,
+                         int& error) {
+    std::string temp = target + ".XXXXXX";
+    const int fd = ::mkstemp(temp.data());
+    if (fd < 0) {
+        error = errno;
+        return {};
+    }
+    copy_identity(fd, old);
+    const bool written = write_all(fd, bytes) && ::fsync(fd) == 0;
+    const int code = errno;
+    if (::close(fd) == 0 && written) return temp;
+    error = written ? errno : code;
+    ::unlink(temp.c_str());
+    return {};
+}
+
+// The platform's naming of temporary files uses at most three characters of the prefix; path
+// separators are left out so the name stays in the temporary directory.
+std::string temp_stem(const std::string& prefix) {
+    std::string stem;
+    for (char c : prefix) {
+        if (stem.size() == 3) break;
+        if (c != '/' && c != '\\' && c != '\0') stem += c;
+    }
+    return stem;
+}
+
+}  // namespace
+
+std::unique_ptr<OpenFile> PosixFileSystem::open(const std::string& path, OpenMode mode,
+                                                int& error) {
+    const std::string p = native_path(path);
+    if (p.empty()) {
+        error = ENOENT;
+        return nullptr;
+    }
+    const int fd = open_checked(p, mode, error);
+    if (fd < 0) return nullptr;
+    return std::make_unique<PosixOpenFile>(fd);
+}
+
+bool PosixFileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {
+    const std::string target = resolved(native_path(path));
+    struct stat st {};
+    const bool existed = ::stat(target.c_str(), &st) == 0;
+    if (existed && (!S_ISREG(st.st_mode) || read_only(st))) {
+        error = S_ISDIR(st.st_mode) ? EISDIR : EACCES;
+        return false;
+    }
+    const std::string temp = write_beside(target, bytes, existed ? &st : nullptr, error);
+    if (temp.empty()) return false;
+    if (::rename(temp.c_str(), target.c_str()) != 0) {
+        error = errno;
+        ::unlink(temp.c_str());
+        return false;
+    }
+    sync_directory(target);
+    return true;
+}
+
+std::string PosixFileSystem::temp_file_name(const std::string& prefix, bool create) {
+    const std::string dir = PosixEnvironment().temp_dir();
+    const std::string stem = temp_stem(prefix);
+    static std::mt19937 rng(static_cast<unsigned>(::getpid()) ^
+                            static_cast<unsigned>(::time(nullptr)));
+    for (int attempt = 0; attempt < 65536; ++attempt) {
+        char hex[8];
+        std::snprintf(hex, sizeof hex, "%X", static_cast<unsigned>(rng() & 0xFFFF));
+        const std::string name = dir + stem + hex + ".tmp";
+        const int fd = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        if (fd < 0) {
+            if (errno == EEXIST) continue;
+            return {};
+        }
+        ::close(fd);
+        if (!create) ::unlink(name.c_str());
+        return name;
+    }
+    return {};
+}
+
+}  // namespace quiller::posix

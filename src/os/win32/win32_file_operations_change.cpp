@@ -1,0 +1,167 @@
+// Copying a file, removing a tree and setting attributes on Win32.
+#include "os/file_operation_paths.hpp"
+#include "os/win32/win32_file_operations.hpp"
+#include "os/win32/win32_platform.hpp"
+
+#include <winioctl.h>  // after windows.h, which it needs
+
+namespace quiller::win32 {
+namespace {
+
+constexpr DWORD kSettable = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
+                            FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
+                            FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_OFFLINE |
+                            FILE_ATTRIBUTE_TEMPORARY;
+constexpr DWORD kPlainBits = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN |
+                             FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+
+// Turns NTFS compression on or off.
+bool set_compression(const std::wstring& p, bool on) {
+    FileHandle h(CreateFileW(p.c_str(), GENERIC_READ | GENERIC_WRITE,
+                             FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                             FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (!h.valid()) return false;
+    USHORT format = on ? COMPRESSION_FORMAT_DEFAULT : COMPRESSION_FORMAT_NONE;
+    DWORD returned = 0;
+    return DeviceIoControl(h.get(), FSCTL_SET_COMPRESSION, &format, sizeof format, nullptr, 0,
+                           &returned, nullptr) != 0;
+}
+
+// Removes a file or directory with `remove`, clearing its read-only bit first (a link's own
+// attributes are left alone).
+bool writable_then(const std::wstring& p, DWORD attributes, bool link, BOOL (*remove)(LPCWSTR)) {
+    if ((attributes & FILE_ATTRIBUTE_READONLY) && !link) {
+        const DWORD rest = attributes & kSettable & ~FILE_ATTRIBUTE_READONLY;
+        SetFileAttributesW(p.c_str(), rest ? rest : FILE_ATTRIBUTE_NORMAL);
+    }
+    return remove(p.c_str()) != 0;
+}
+
+BOOL remove_dir(LPCWSTR p) {
+    return RemoveDirectoryW(p);
+}
+BOOL remove_file(LPCWSTR p) {
+    return DeleteFileW(p);
+}
+
+// Removes what lies inside a directory; a link is removed, never entered.
+class TreeRemoval {
+  public:
+    TreeRemoval(char separator, std::string& failed, int& error)
+        : separator_(separator), failed_(failed), error_(error) {}
+    bool ok() const { return ok_; }
+    void fail(const std::string& shown, int code) {
+        if (ok_) {
+            failed_ = shown;
+            error_ = code;
+        }
+        ok_ = false;
+    }
+
+    void empty(const std::wstring& dir, const std::string& shown) {
+        int code = 0;
+        const auto entries = find_all(dir, code);
+        if (!entries) return fail(shown, code);
+        for (const WIN32_FIND_DATAW& d : *entries) {
+            const std::wstring child = dir + L"\\" + d.cFileName;
+            const std::string child_shown = shown + separator_ + narrow(d.cFileName);
+            const bool directory = (d.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+            const bool link = is_link(d.dwFileAttributes, d.dwReserved0);
+            if (directory && !link) empty(child, child_shown);
+            if (!writable_then(child, d.dwFileAttributes, link,
+                               directory ? remove_dir : remove_file))
+                fail(child_shown, last_error());
+        }
+    }
+
+  private:
+    char separator_;
+    std::string& failed_;
+    int& error_;
+    bool ok_ = true;
+};
+
+// Copies `source` to a new temporary file beside `target`; its name, or empty.
+std::wstring copy_beside(const std::wstring& source, const std::wstring& target, int& error) {
+    static unsigned counter = 0;
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        const unsigned tag = static_cast<unsigned>(GetTickCount64()) ^
+                             (GetCurrentProcessId() << 16) ^ ++counter * 2654435761u;
+        wchar_t suffix[16];
+        swprintf(suffix, 16, L".%08x", tag);
+        const std::wstring temp = target + suffix;
+        if (CopyFileExW(source.c_str(), temp.c_str(), nullptr, nullptr, nullptr,
+                        COPY_FILE_FAIL_IF_EXISTS))
+            return temp;
+        error = last_error();
+        if (error != ERROR_FILE_EXISTS && error != ERROR_ALREADY_EXISTS) return {};
+    }
+    return {};
+}
+
+}  // namespace
+
+bool Win32FileOperations::copy_file(const std::string& from, const std::string& to, int& error) {
+    const std::wstring source = long_path(from);
+    const std::wstring target = long_path(to);
+    const DWORD existing = GetFileAttributesW(target.c_str());
+    if (existing != INVALID_FILE_ATTRIBUTES &&
+        (existing & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))) {
+        error = ERROR_ACCESS_DENIED;
+        return false;
+    }
+    const std::wstring temp = copy_beside(source, target, error);
+    if (temp.empty()) return false;
+    if (MoveFileExW(temp.c_str(), target.c_str(),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return true;
+    error = last_error();
+    SetFileAttributesW(temp.c_str(), FILE_ATTRIBUTE_NORMAL);
+    DeleteFileW(temp.c_str());
+    return false;
+}
+
+bool Win32FileOperations::remove_tree(const std::string& path, std::string& failed, int& error) {
+    const std::wstring p = long_path(path);
+    const DWORD attributes = GetFileAttributesW(p.c_str());
+    TreeRemoval removal(fileops::separator_of(path), failed, error);
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        removal.fail(path, last_error());
+    } else if (!(attributes & FILE_ATTRIBUTE_DIRECTORY)) {
+        removal.fail(path, ERROR_DIRECTORY);
+    } else {
+        const bool link =
+            is_link(attributes, (attributes & FILE_ATTRIBUTE_REPARSE_POINT) ? reparse_tag(p) : 0);
+        if (!link) removal.empty(p, path);
+        if (removal.ok() && !writable_then(p, attributes, link, remove_dir))
+            removal.fail(path, last_error());
+    }
+    return removal.ok();
+}
+
+AttributeResult Win32FileOperations::set_attributes(const std::string& path, std::uint32_t set,
+                                                    std::uint32_t clear, int& error) {
+    const std::wstring p = long_path(path);
+    const DWORD old = GetFileAttributesW(p.c_str());
+    if (old == INVALID_FILE_ATTRIBUTES) {
+        error = last_error();
+        return AttributeResult::Failed;
+    }
+    const DWORD wanted = ((old & kSettable) & ~(clear & kPlainBits)) | (set & kPlainBits);
+    bool kept = true;
+    if ((set | clear) & FILE_ATTRIBUTE_COMPRESSED) {
+        if (old & FILE_ATTRIBUTE_READONLY)
+            SetFileAttributesW(p.c_str(), old & kSettable & ~FILE_ATTRIBUTE_READONLY);
+        if (!set_compression(p, (set & FILE_ATTRIBUTE_COMPRESSED) != 0)) {
+            error = last_error();
+            kept = false;
+        }
+    }
+    if (!SetFileAttributesW(p.c_str(), wanted ? wanted : FILE_ATTRIBUTE_NORMAL)) {
+        error = last_error();
+        return AttributeResult::Failed;
+    }
+    return kept ? AttributeResult::Done : AttributeResult::NotKept;
+}
+
+}  // namespace quiller::win32

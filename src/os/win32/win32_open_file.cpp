@@ -1,0 +1,195 @@
+// Files opened by scripts and atomic replacement on Win32.
+//
+// Only disk files are read (a pipe could block, a device stream for ever); writing also accepts
+// character devices such as NUL. A file with the read-only attribute is never written, even by an
+// administrator.
+#include <string>
+
+#include "os/win32/win32_handle.hpp"
+#include "os/win32/win32_platform.hpp"
+
+namespace quiller::win32 {
+namespace {
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// A file handle read through a buffer: lines end at CR LF, LF or CR; writes go straight through.
+class Win32OpenFile final : public OpenFile {
+  public:
+    explicit Win32OpenFile(FileHandle file) : file_(std::move(file)) {}
+    ~Win32OpenFile() override { close(); }
+
+    bool read_line(std::string& line) override {
+        line.clear();
+        bool partial = false;  // part of a last line without line end was read
+        for (;;) {
+            if (pos_ == buffer_.size() && !refill()) return partial;
+            if (skip_lf_) {  // the LF of a CR LF split across two reads
+                skip_lf_ = false;
+                if (buffer_[pos_] == '\n' && ++pos_ == buffer_.size()) continue;
+            }
+            const std::size_t end = buffer_.find_first_of("\r\n", pos_);
+            if (end == std::string::npos) {
+                line.append(buffer_, pos_, std::string::npos);
+                pos_ = buffer_.size();
+                partial = true;
+                continue;
+            }
+            line.append(buffer_, pos_, end - pos_);
+            pos_ = end + 1;
+            if (buffer_[end] == '\r') take_lf_after_cr();
+            return true;
+        }
+    }
+
+    bool write(std::string_view bytes) override {
+        return file_.valid() && write_all(file_.get(), bytes.data(), bytes.size());
+    }
+
+    bool close() override { return file_.close(); }
+
+  private:
+    void take_lf_after_cr() {
+        if (pos_ == buffer_.size()) {
+            skip_lf_ = true;
+        } else if (buffer_[pos_] == '\n') {
+            ++pos_;
+        }
+    }
+
+    bool refill() {
+        if (!file_.valid()) return false;
+        buffer_.resize(65536);
+        DWORD n = 0;
+        if (!ReadFile(file_.get(), buffer_.data(), static_cast<DWORD>(buffer_.size()), &n, nullptr))
+            n = 0;
+        buffer_.resize(n);
+        pos_ = 0;
+        return !buffer_.empty();
+    }
+
+    FileHandle file_;
+    std::string buffer_;
+    std::size_t pos_ = 0;
+    bool skip_lf_ = false;
+};
+
+DWORD access_for(OpenMode mode) {
+    switch (mode) {
+        case OpenMode::Write:
+            return GENERIC_WRITE;
+        case OpenMode::Append:
+            return FILE_APPEND_DATA;
+        case OpenMode::Read:
+            break;
+    }
+    return GENERIC_READ;
+}
+
+// The read-only attribute decides, even for an administrator (or root under Wine).
+bool is_read_only(const std::wstring& name) {
+    const DWORD attrs = GetFileAttributesW(name.c_str());
+    return attrs != INVALID_FILE_ATTRIBUTES && (attrs & FILE_ATTRIBUTE_READONLY);
+}
+
+// Why an opened handle can't serve the mode (0 when it can).
+DWORD unusable(HANDLE h, OpenMode mode) {
+    const DWORD type = GetFileType(h);
+    if (type == FILE_TYPE_DISK) return 0;
+    return mode != OpenMode::Read && type == FILE_TYPE_CHAR ? 0 : ERROR_INVALID_PARAMETER;
+}
+
+// Opens and checks the file; an invalid handle with `error` set on failure. Writing truncates
+// only after the checks.
+FileHandle open_checked(const std::string& path, OpenMode mode, int& error) {
+    const std::wstring name = native_path(path);
+    if (mode != OpenMode::Read && is_read_only(name)) {
+        error = ERROR_ACCESS_DENIED;
+        return FileHandle();
+    }
+    const DWORD disposition = mode == OpenMode::Read ? OPEN_EXISTING : OPEN_ALWAYS;
+    FileHandle file(CreateFileW(name.c_str(), access_for(mode), kShareAll, nullptr, disposition,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    DWORD code = file.valid() ? unusable(file.get(), mode) : GetLastError();
+    if (code == 0 && mode == OpenMode::Write && GetFileType(file.get()) == FILE_TYPE_DISK &&
+        !SetEndOfFile(file.get()))
+        code = GetLastError();
+    if (code == 0) return file;
+    error = static_cast<int>(code);
+    return FileHandle();
+}
+
+// A new, empty file beside `path`, named after it; its name in `temp`.
+FileHandle create_sibling(const std::string& path, std::wstring& temp) {
+    const DWORD seed = GetCurrentProcessId() * 65599u + GetTickCount();
+    for (DWORD attempt = 0; attempt < 100; ++attempt) {
+        temp = native_path(path + "." + std::to_string((seed + attempt) & 0xFFFFFF) + ".tmp");
+        FileHandle file(CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (file.valid() || GetLastError() != ERROR_FILE_EXISTS) return file;
+    }
+    return FileHandle();
+}
+
+// Writes `bytes` to a new file beside `path` and flushes it to the disk; 0 or the error code.
+// `temp` names the file once it exists.
+DWORD write_sibling(const std::string& path, std::string_view bytes, std::wstring& temp) {
+    FileHandle file = create_sibling(path, temp);
+    if (!file.valid()) {
+        const DWORD code = GetLastError();
+        temp.clear();
+        return code;
+    }
+    bool ok = write_all(file.get(), bytes.data(), bytes.size()) && FlushFileBuffers(file.get());
+    DWORD code = ok ? 0 : GetLastError();
+    if (!file.close() && ok) {
+        ok = false;
+        code = GetLastError();
+    }
+    return ok ? 0 : (code != 0 ? code : ERROR_WRITE_FAULT);
+}
+
+// The replaced file keeps its hidden, system and archive attributes.
+void copy_attributes(const std::wstring& from, const std::wstring& to) {
+    const DWORD attrs = GetFileAttributesW(from.c_str());
+    if (attrs == INVALID_FILE_ATTRIBUTES) return;
+    const DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+    if (attrs & kept) SetFileAttributesW(to.c_str(), attrs & kept);
+}
+
+}  // namespace
+
+std::unique_ptr<OpenFile> Win32FileSystem::open(const std::string& path, OpenMode mode,
+                                                int& error) {
+    if (path.empty()) {
+        error = ERROR_FILE_NOT_FOUND;
+        return nullptr;
+    }
+    FileHandle file = open_checked(path, mode, error);
+    if (!file.valid()) return nullptr;
+    return std::make_unique<Win32OpenFile>(std::move(file));
+}
+
+bool Win32FileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {
+    const std::wstring target = native_path(path);
+    const DWORD old = GetFileAttributesW(target.c_str());
+    if (old != INVALID_FILE_ATTRIBUTES &&
+        (old & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY))) {
+        error = ERROR_ACCESS_DENIED;
+        return false;
+    }
+    std::wstring temp;
+    DWORD code = write_sibling(path, bytes, temp);
+    if (code == 0) {
+        copy_attributes(target, temp);
+        if (MoveFileExW(temp.c_str(), target.c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            return true;
+        code = GetLastError();
+    }
+    if (!temp.empty()) DeleteFileW(temp.c_str());
+    error = static_cast<int>(code != 0 ? code : ERROR_WRITE_FAULT);
+    return false;
+}
+
+}  // namespace quiller::win32

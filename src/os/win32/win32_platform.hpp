@@ -1,0 +1,53 @@
+// The Win32 implementations of the operating-system services. Paths and texts are UTF-8 in the
+// engine; these classes convert them to UTF-16 and call the wide ("W") functions.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "os/platform.hpp"
+
+namespace quiller::win32 {
+
+// UTF-8 to UTF-16 and back (ill-formed input becomes U+FFFD).
+std::wstring widen(std::string_view utf8);
+std::string narrow(std::wstring_view wide);
+// The absolute form of a path (GetFullPathNameW); the path itself when that fails.
+std::wstring full_path(const std::wstring& path);
+// The system's message for an error code, without its line end and closing full stop.
+std::string system_message(unsigned long code);
+
+// A path for the wide file functions: UTF-16, and when longer than MAX_PATH - 1 characters made
+// absolute and given the "\\?\" (or "\\?\UNC\") prefix that lifts the length limit.
+std::wstring native_path(std::string_view utf8_path);
+
+class Win32FileSystem final : public FileSystem {
+  public:
+    std::optional<FileStatus> status(const std::string& path) override;
+    bool any_ordinary_file(const std::string& pattern) override;
+    std::optional<std::string> read_file(const std::string& path, int& error) override;
+    bool append_file(const std::string& path, std::string_view bytes) override;
+    std::string error_text(int code) override;
+    std::unique_ptr<OpenFile> open(const std::string& path, OpenMode mode, int& error) override;
+    bool replace_file(const std::string& path, std::string_view bytes, int& error) override;
+    std::optional<std::int64_t> tree_size(const std::string& directory) override;
+    std::optional<std::int64_t> free_space(const std::string& path) override;
+    std::string temp_file_name(const std::string& prefix, bool create) override;
+};
+
+class Win32Environment final : public Environment {
+  public:
+    std::string get(const std::string& name) override;
+    std::string temp_dir() override;
+    std::string os_family() override;
+    MemoryStatus memory() override;
+};
+
+class Win32Clock final : public Clock {
+  public:
+    double now() override;
+    double monotonic_seconds() override;
+    void sleep_ms(int ms) override;
+};
+
+}  // namespace quiller::win32
