@@ -1,4 +1,4 @@
-// The work of the file statements (file_operation_statements.cpp dispatches to these) and the
+// The work of the file statements (file_operations.cpp dispatches to these) and the
 // pieces of it that stand alone: attribute flags and listing lines.
 #pragma once
 

@@ -1,9 +1,9 @@
-// Statements the engine runs itself: `set`, `debug`, `errorshow`, `environment`.
-#include "value/text.hpp"
+// Statements the engine runs itself: `set`, `debug`, `errorshow`.
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"
 #include "expr/set_expression.hpp"
+#include "value/text.hpp"
 
 namespace quiller::statements {
 
@@ -31,13 +31,6 @@ void debug(Engine& e) {
 
 void errorshow(Engine& e) {
     e.set_error_display(text::to_lower(e.slots()[1]) == "on");
-}
-
-// `environment [variable]`: the operating-system family ("Windows95", "Windows NT", or empty on
-// other systems) into the named variable, "environment" when none is named.
-void environment(Engine& e) {
-    const std::string target = e.slots()[1].empty() ? std::string("environment") : e.slots()[1];
-    e.variables().set(target, e.platform().environment->os_family());
 }
 
 void not_available(Engine& e) {

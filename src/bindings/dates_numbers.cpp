@@ -1,13 +1,13 @@
-// The date and number functions: date, time, filedate, random.
+// Dates and numbers: the functions date, time, filedate, random.
 #include <cmath>
 #include <optional>
 #include <string>
 
-#include "value/format.hpp"
-#include "value/value.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "expr/functions.hpp"
+#include "value/format.hpp"
+#include "value/value.hpp"
 
 namespace quiller {
 namespace {

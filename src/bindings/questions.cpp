@@ -1,4 +1,4 @@
-// The question functions: `ask`, `password` and `askyesno`, through the host's question window.
+// Questions: the functions `ask`, `password` and `askyesno`, through the host's question window.
 #include "engine/engine.hpp"
 #include "expr/functions.hpp"
 

@@ -1,4 +1,4 @@
-// The statements that start programs, open documents and shut the machine down.
+// Processes: the statements that start programs, open documents and shut the machine down.
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"

@@ -1,12 +1,12 @@
-// The output window's statements: `print`, `printtofile`, `printwindow`, `pause`. They work on
-// the engine's output model; the host shows it.
+// The output window: the statements `print`, `printtofile`, `printwindow`, `pause`. They work
+// on the engine's output model; the host shows it.
 #include <cmath>
 
-#include "value/value.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
-#include "engine/statements.hpp"
 #include "engine/registry_engine.hpp"
+#include "engine/statements.hpp"
+#include "value/value.hpp"
 
 namespace quiller::statements {
 namespace {

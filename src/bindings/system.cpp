@@ -1,9 +1,10 @@
-// The system function group: free disk space, physical memory and temporary files. Numbers
-// are whole byte counts in the general number form; a figure the platform can't give is the
-// empty text.
-#include "value/value.hpp"
+// The system: the functions of free disk space, physical memory and temporary files, and the
+// statement `environment`. Numbers are whole byte counts in the general number form; a figure
+// the platform can't give is the empty text.
 #include "engine/engine.hpp"
+#include "engine/statements.hpp"
 #include "expr/functions.hpp"
+#include "value/value.hpp"
 
 namespace quiller {
 namespace {
@@ -45,5 +46,16 @@ constexpr FunctionDef kRows[] = {
 std::span<const FunctionDef> system_functions() {
     return kRows;
 }
+
+namespace statements {
+
+// `environment [variable]`: the operating-system family ("Windows95", "Windows NT", or empty on
+// other systems) into the named variable, "environment" when none is named.
+void environment(Engine& e) {
+    const std::string target = e.slots()[1].empty() ? std::string("environment") : e.slots()[1];
+    e.variables().set(target, e.platform().environment->os_family());
+}
+
+}  // namespace statements
 
 }  // namespace quiller

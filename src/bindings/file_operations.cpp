@@ -1,5 +1,6 @@
-// The file statements. Layouts (source first, target second, options in braces; "\" and "/"
-// both separate path components; "*" and "?" in the last component match names ignoring case):
+// File operations: the statements copy, del, dir, md, rd, rename, setattrib. Layouts (source
+// first, target second, options in braces; "\" and "/" both separate path components; "*" and
+// "?" in the last component match names ignoring case):
 //
 //   copy SOURCE TARGET {animated}
 //       SOURCE is a file, or a pattern whose matching files (never directories) are copied.
@@ -34,9 +35,9 @@
 // Each statement reports at most one warning, tagged "(copy) " and so on: the first problem,
 // how many more there were, and the platform's text for it. Nothing that the script didn't
 // name is removed or overwritten.
+#include "bindings/file_operation_steps.hpp"
 #include "engine/engine.hpp"
 #include "engine/statements.hpp"
-#include "bindings/file_operation_steps.hpp"
 
 namespace quiller::statements {
 namespace {

@@ -1,11 +1,14 @@
-// The network and accounts functions and the group test. What a system has no notion of (a
-// domain controller, a drive connection) gives a warning and the empty text.
+// The network and accounts: the functions, the group test and the statements `addprinter` and
+// `sendkeys`. What a system has no notion of (a domain controller, a drive connection) gives a
+// warning and the empty text.
 #include <algorithm>
 
-#include "value/text.hpp"
 #include "engine/engine.hpp"
+#include "engine/statements.hpp"
 #include "expr/condition.hpp"
 #include "expr/functions.hpp"
+#include "os/network_keys.hpp"
+#include "value/text.hpp"
 
 namespace quiller {
 namespace {
@@ -121,5 +124,49 @@ bool user_is_in_group(Engine& engine, const std::string& group) {
     return groups && std::any_of(groups->begin(), groups->end(),
                                  [&](const std::string& g) { return text::iequals(g, group); });
 }
+
+namespace statements {
+
+namespace {
+
+// Reports a missing service or a failure; `failure` is the system's text.
+void report(Engine& e, const std::optional<std::string>& failure, std::string_view missing,
+            const std::string& what) {
+    if (!failure)
+        e.report_error(missing, Severity::Warning);
+    else if (!failure->empty())
+        e.report_error(what, Severity::Warning, *failure);
+}
+
+}  // namespace
+
+// addprinter \\SERVER\PRINTER: connects a shared printer for the current user.
+void addprinter(Engine& e) {
+    const std::string& printer = e.slots()[1];
+    if (printer.empty()) {
+        e.report_error("(addprinter) No printer was given", Severity::Warning);
+        return;
+    }
+    Network* n = e.platform().network.get();
+    report(e, n ? n->add_printer(printer) : std::nullopt,
+           "(addprinter) Printer connections are not available on this system",
+           "(addprinter) Couldn't connect the printer '" + printer + "'");
+}
+
+// sendkeys KEYS: types KEYS (slot 1) into the active window. Keys that begin with "{" or hold
+// blanks are quoted, as the line's last "{...}" is its options.
+void sendkeys(Engine& e) {
+    const KeyParse parsed = parse_keys(e.slots()[1]);
+    if (!parsed.error.empty()) {
+        e.report_error("(sendkeys) " + parsed.error, Severity::Warning);
+        return;
+    }
+    Network* n = e.platform().network.get();
+    report(e, n ? n->send_keys(parsed.keys) : std::nullopt,
+           "(sendkeys) Keystrokes can't be sent on this system",
+           "(sendkeys) Couldn't send the keys");
+}
+
+}  // namespace statements
 
 }  // namespace quiller

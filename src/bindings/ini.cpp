@@ -1,10 +1,32 @@
-// `readinisection` and `writeini`: the INI statements. Both name the file first.
+// INI files: the function `readini` and the statements `readinisection` and `writeini`. All name
+// the file first.
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"
+#include "expr/functions.hpp"
 #include "os/ini_profile.hpp"
 
-namespace quiller::statements {
+namespace quiller {
+namespace {
+
+// readini a1 file, a2 section, a3 key, a4 default.
+std::string readini(const FunctionCall& c) {
+    return ini::read_ini(*c.engine.platform().files, std::string(c.arg(1)), c.arg(2), c.arg(3),
+                         c.arg(4));
+}
+
+constexpr FunctionDef kIniFunctions[] = {
+    {"readini", readini},
+};
+
+}  // namespace
+
+std::span<const FunctionDef> ini_functions() {
+    return kIniFunctions;
+}
+
+namespace statements {
+
 namespace {
 
 void set_variable(VariableTable& vars, const std::string& name, std::string_view value) {
@@ -50,4 +72,6 @@ void writeini(Engine& e) {
                    files.error_text(failure.error));
 }
 
-}  // namespace quiller::statements
+}  // namespace statements
+
+}  // namespace quiller
