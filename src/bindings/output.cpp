@@ -6,6 +6,7 @@
 #include "engine/failure.hpp"
 #include "engine/registry_engine.hpp"
 #include "engine/statements.hpp"
+#include "ui/event_wait.hpp"
 #include "value/value.hpp"
 
 namespace quiller::statements {
@@ -27,11 +28,9 @@ int whole_number(std::string_view text) {
 // returns to its former visibility afterwards.
 void show_modal(Engine& e, std::string_view message) {
     OutputModel& out = e.output();
-    const bool was_visible = out.visible();
-    if (!was_visible) out.set_title(message);
-    out.set_visible(true);
+    const bool was_visible = out.begin_modal(message);
     e.host().output_pause(out, message);
-    out.set_visible(was_visible);
+    out.end_modal(was_visible);
 }
 
 void timed_pause(Engine& e, std::string_view message, int seconds) {
@@ -42,20 +41,21 @@ void timed_pause(Engine& e, std::string_view message, int seconds) {
         out.set_visible(true);
     }
     e.host().output_notice(out, message);
-    if (seconds < 6) {
-        if (seconds > 0) clock.sleep_ms(seconds * 1000);
+    // The windows stay alive while the pause sleeps.
+    const EventWait wait{[&] { e.host().process_events(); }, [&](int ms) { clock.sleep_ms(ms); }};
+    if (seconds < OutputModel::kCountdownFrom) {
+        if (seconds > 0) wait_with_events(wait, seconds * 1000);
         return;
     }
     const std::string caption = out.caption();
     e.host().output_dismissed();  // forget an earlier OK
     for (int n = seconds; n >= 1; --n) {
-        out.set_caption(std::to_string(n) + " :  " + caption);
+        out.set_caption(OutputModel::countdown_caption(n, caption));
         e.host().output_refresh(out);
-        clock.sleep_ms(1000);
-        e.host().process_events();
-        if (e.host().output_dismissed()) break;
+        if (wait_with_events(wait, 1000, [&] { return e.host().output_dismissed(); })) break;
     }
     out.set_caption(caption);
+    out.set_ok_enabled(true);
     e.host().output_refresh(out);
 }
 

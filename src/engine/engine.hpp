@@ -116,6 +116,7 @@ class Engine {
                                std::string_view statement, std::string_view platform_text);
     std::optional<int> search(BlockKind kind, std::string_view name, int start, int first_line);
     void debugger_stop();
+    const std::vector<std::string>& debug_listing_lines();
     void prepare_line(ProgramLine& line);
 
     Host& host_;
@@ -136,6 +137,8 @@ class Engine {
     bool quiet_ = false;
     bool error_display_ = true;
     std::string chosen_script_;  // the file-choosing window's answer
+    std::vector<std::string> listing_;  // the debugger's listing of the program table
+    std::uint32_t listing_generation_ = 0;
 
     Slots slots_;
     std::string options_;

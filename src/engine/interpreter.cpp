@@ -4,6 +4,7 @@
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"
 #include "expr/condition.hpp"
+#include "ui/debug_model.hpp"
 
 namespace quiller {
 
@@ -111,9 +112,22 @@ void Engine::execute_line() {
     }
 }
 
+// The debugger's listing, made again only when the program table changed (`load`).
+const std::vector<std::string>& Engine::debug_listing_lines() {
+    if (listing_generation_ != program_.generation() || listing_.empty()) {
+        std::vector<ListingLine> lines;
+        lines.reserve(static_cast<std::size_t>(program_.count()));
+        for (int n = 1; n <= program_.count(); ++n)
+            lines.push_back({program_.line(n).keyword, program_.line(n).arguments});
+        listing_ = debug_listing(lines);
+        listing_generation_ = program_.generation();
+    }
+    return listing_;
+}
+
 void Engine::debugger_stop() {
-    static const std::vector<std::string> no_listing;
-    DebugView view{&no_listing, {}, current_line_, keyword_ + " " + arguments_, caption(" Debug")};
+    DebugView view{&debug_listing_lines(), {}, current_line_, keyword_ + " " + arguments_,
+                   caption(" Debug")};
     for (int i = 0; i < variables_.count(); ++i)
         view.variables.push_back(variables_.name_at(i) + " = " + variables_.value_at(i));
     switch (host_.debug_stop(view)) {
@@ -123,8 +137,8 @@ void Engine::debugger_stop() {
             debug_mode_ = false;
             host_.debug_hide();
             break;
-        case DebugAction::Terminate:
-            end_run(0);
+        case DebugAction::Terminate:  // at once, without running the line
+            throw EndProgram{0};
     }
 }
 

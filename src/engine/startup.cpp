@@ -6,17 +6,13 @@
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/registry_engine.hpp"
+#include "ui/window_placement.hpp"
 #include "version.hpp"
 
-namespace quiller {
-namespace {
-
-// The program's settings in the registry: "LastPrg", the script last chosen in the
-// file-choosing window (offered there next time; a script named on the command line is not
+// The program's settings in the registry (kSettingsKey): "LastPrg", the script last chosen in
+// the file-choosing window (offered there next time; a script named on the command line is not
 // remembered).
-constexpr std::string_view kSettingsKey = "HKEY_CURRENT_USER\\Software\\Quiller";
-
-}  // namespace
+namespace quiller {
 
 Engine::Engine(Host& host, Platform& platform)
     : host_(host),
@@ -42,6 +38,10 @@ int Engine::run(std::string_view command_line) {
     } catch (const RunEnded& ended) {
         if (ended.exit_status == 0) finish_run();
         files_.close_all();
+        return ended.exit_status;
+    } catch (const EndProgram& ended) {  // the user ended the program at once
+        files_.close_all();
+        host_.debug_hide();
         return ended.exit_status;
     }
 }
@@ -102,7 +102,7 @@ void Engine::publish_parameters(const Slots& slots, int first) {
 void Engine::finish_run() {
     files_.close_all();
     if (output_.visible()) {
-        output_.set_caption(output_.caption() + " - Program Finished");
+        output_.finish();
         host_.output_finished(output_);
         output_.set_visible(false);
     }

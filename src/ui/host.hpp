@@ -13,6 +13,14 @@ namespace quiller {
 
 enum class Severity { Fatal = 0, Warning = 1, ChooseFile = 2 };
 
+// Thrown by a host when the user ends the whole program at once (the output window's close box,
+// the debugger's Terminate, the Cancel button of `frmPopup`): the engine closes its files and
+// returns `exit_status` without the end-of-run window. A host throws it from its own code (a
+// wait or `process_events`), never from inside a toolkit's event handler.
+struct EndProgram {
+    int exit_status = 0;
+};
+
 // What the user did in the error window.
 enum class ErrorChoice { Continue, EndRun, Debug };
 
@@ -80,11 +88,17 @@ class Host {
     // Lets the windows process pending events (long work calls it between units).
     virtual void process_events() {}
 
-    // Progress window: shown by long work, updated between its items, closed at its end. Hosts
-    // without one ignore it.
+    // Progress window (`frmProgress`): shown by long work, updated between its items, closed at
+    // its end. Hosts without one ignore it.
     virtual void progress_show(std::string_view /*title*/, std::string_view /*unit*/) {}
+    // Redraws the window the model names (`frmPopup` or `frmProgress`); the host processes
+    // pending events afterwards.
     virtual void progress_update(const ProgressModel& /*model*/) {}
     virtual void progress_close() {}
+    // `frmPopup` (the `popup` statement, directory synchronisation): loaded or refreshed with
+    // the model's labels, placement and Cancel button; closed by `popup` without a text.
+    virtual void popup_show(const ProgressModel& /*model*/) {}
+    virtual void popup_close() {}
     // True once the user pressed the window's Cancel button; the work then stops cleanly.
     virtual bool progress_cancelled() { return false; }
 };

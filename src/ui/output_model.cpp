@@ -4,6 +4,7 @@ namespace quiller {
 
 void OutputModel::show(std::string_view title, std::string_view text, bool clear, bool insert) {
     loaded_ = true;
+    ok_enabled_ = true;
     if (clear) text_.clear();
     const std::string_view separator = text_.empty() ? std::string_view{} : line_break_;
     if (!title.empty()) title_ = title;
@@ -16,6 +17,26 @@ void OutputModel::show(std::string_view title, std::string_view text, bool clear
         text_ += separator;
         text_ += text;
     }
+    caret_at_start_ = insert;
+}
+
+bool OutputModel::begin_modal(std::string_view message) {
+    const bool was_visible = visible_;
+    if (!was_visible) title_ = message;
+    ok_enabled_ = true;
+    visible_ = true;
+    return was_visible;
+}
+
+std::string OutputModel::countdown_caption(int n, std::string_view caption) {
+    std::string c = std::to_string(n) + " :  ";
+    c += caption;
+    return c;
+}
+
+void OutputModel::finish() {
+    caption_ += " - Program Finished";
+    ok_enabled_ = true;
 }
 
 std::string OutputModel::file_image(std::string_view line_break) const {

@@ -8,6 +8,7 @@ namespace {
 
 ProgressModel model(std::int64_t total, std::int64_t done, double elapsed) {
     ProgressModel m;
+    m.window = ProgressWindow::Popup;
     m.unit = "files";
     m.total = total;
     m.done = done;

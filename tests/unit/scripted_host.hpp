@@ -66,7 +66,15 @@ class ScriptedHost final : public Host {
         message_boxes.push_back(lf(text));
         return MessageBoxResult::Ok;
     }
-    DebugAction debug_stop(const DebugView&) override { return DebugAction::Step; }
+    std::deque<DebugAction> debug_actions;  // Step once they run out
+    std::vector<std::string> debug_stops;   // the listing's entry of each stop
+    DebugAction debug_stop(const DebugView& v) override {
+        debug_stops.push_back((*v.listing)[static_cast<std::size_t>(v.current_line - 1)]);
+        if (debug_actions.empty()) return DebugAction::Step;
+        const DebugAction a = debug_actions.front();
+        debug_actions.pop_front();
+        return a;
+    }
 };
 
 class MemoryFiles final : public FileSystem {
