@@ -14,7 +14,7 @@
 
 namespace quiller::differential {
 
-// --- Inputs (differential_inputs.cpp) ------------------------------------------------------
+// --- Inputs (differential_inputs.cpp, inputs.txt) ------------------------------------------
 
 // splitmix64: small, fast and the same everywhere.
 class Rng {
@@ -28,13 +28,36 @@ class Rng {
     }
     int below(int n) { return static_cast<int>(next() % static_cast<std::uint64_t>(n)); }
     bool chance(int percent) { return below(100) < percent; }
-    template <std::size_t N>
-    const char* pick(const char* const (&options)[N]) {
-        return options[below(static_cast<int>(N))];
-    }
 
   private:
     std::uint64_t state_;
+};
+
+// The rules of inputs.txt; throws std::runtime_error on a file it can't read.
+class Grammar {
+  public:
+    struct Alternative {
+        std::string text;
+        int weight;
+    };
+    using Vars = std::map<std::string, std::string, std::less<>>;
+
+    explicit Grammar(const std::string& path);
+    // One expansion of the rule; `vars` holds the texts kept by {v=rule}.
+    std::string expand(std::string_view rule, Rng& r, Vars& vars) const;
+    std::string expand(std::string_view rule, Rng& r) const {
+        Vars vars;
+        return expand(rule, r, vars);
+    }
+    // Every alternative of a rule of hand-picked cases.
+    std::vector<std::string> all(std::string_view rule) const;
+
+  private:
+    const std::vector<Alternative>& rule(std::string_view name) const;
+    std::string fill(std::string_view text, Rng& r, Vars& vars) const;
+    std::string reference(std::string_view ref, Rng& r, Vars& vars) const;
+
+    std::map<std::string, std::vector<Alternative>, std::less<>> rules_;
 };
 
 struct Inputs {
@@ -44,9 +67,8 @@ struct Inputs {
     std::vector<double> dates;              // written in the general date form
 };
 
-// Hand-picked inputs, the inputs of the reference tables in `reference_dir`, and generated ones
-// (the same on every run).
-Inputs make_inputs(const std::string& reference_dir);
+// Hand-picked inputs, the inputs of the reference tables in `reference_dir`, and generated ones.
+Inputs make_inputs(const Grammar& g, const std::string& reference_dir);
 
 // A value written with a format: by format_number (and the system with a VT_R8) or, `as_date`,
 // by format_date (and the system with a VT_DATE).
@@ -56,9 +78,8 @@ struct FormatCase {
     bool as_date = false;
 };
 
-// The rows of the reference formatting tables, hand-picked cases and generated pictures
-// (differential_format_inputs.cpp).
-std::vector<FormatCase> make_format_cases(const std::string& reference_dir);
+// The rows of the reference formatting tables, the named formats and generated pictures.
+std::vector<FormatCase> make_format_cases(const Grammar& g, const std::string& reference_dir);
 
 // An INI file, the reads to compare on it, and a series of edits to apply to two copies of it.
 struct IniQuery {
@@ -80,8 +101,8 @@ struct IniCase {
     std::vector<IniEdit> edits;
 };
 
-// Generated files with their reads and edits (differential_ini_inputs.cpp).
-std::vector<IniCase> make_ini_cases();
+// Generated files with their reads and edits.
+std::vector<IniCase> make_ini_cases(const Grammar& g);
 
 // The file as the profile functions under Wine write it back: every line trimmed, each header
 // "[name]" alone, blanks around "=" dropped, empty lines dropped unless `keep_blank_lines`,
@@ -117,7 +138,7 @@ int system_current_year();
 // VarFormat (through VarTokenizeFormatString and VarFormatFromTokens with LCID 0x409).
 std::optional<std::string> system_format(double v, std::string_view format, bool as_date);
 
-// The profile-string functions on a file (differential_system_ini.cpp). The reader uses a buffer
+// The profile-string functions on a file. The reader uses a buffer
 // of 255 characters, as `readini` does.
 std::string system_profile_string(const std::string& path, const std::string& section,
                                   const std::string& key, const std::string& fallback);
@@ -125,7 +146,8 @@ std::string system_profile_string(const std::string& path, const std::string& se
 bool system_write_profile(const std::string& path, const std::string& section,
                           const std::string& key, const std::optional<std::string>& value);
 
-// --- Known differences (differential_allow.cpp) --------------------------------------------
+// --- Known differences and the report (differential_report.cpp)
+// --------------------------------------------
 
 // One entry of the known-differences file: a kind ("number", "date", "number-text",
 // "date-text"), an input written as in the report, or a regular expression over that form, and
@@ -149,8 +171,6 @@ KnownDifference* find_known(std::vector<KnownDifference>& known, std::string_vie
 // A text as the report writes it: printable ASCII as it is, "\" and the double quote escaped,
 // any other byte as \xNN.
 std::string escape(std::string_view text);
-
-// --- The report (differential_report.cpp) -------------------------------------------------
 
 struct Tally {
     int compared = 0;
@@ -185,6 +205,6 @@ void compare_formats(const std::vector<FormatCase>& cases, Report& report);
 
 // Generated INI files read and edited by Quiller's profile code and by the system, in a folder
 // of their own under `work_dir` (differential_ini.cpp). False when the files can't be made.
-bool compare_ini(const std::string& work_dir, Report& report);
+bool compare_ini(const std::vector<IniCase>& cases, const std::string& work_dir, Report& report);
 
 }  // namespace quiller::differential

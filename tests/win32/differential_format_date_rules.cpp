@@ -4,10 +4,10 @@
 #include <cctype>
 #include <cstdio>
 
+#include "differential_format_rules.hpp"
 #include "value/format.hpp"
 #include "value/format_picture.hpp"
 #include "value/value.hpp"
-#include "differential_format_rules.hpp"
 
 namespace quiller::differential {
 namespace {

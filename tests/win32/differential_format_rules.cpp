@@ -5,8 +5,8 @@
 #include <cmath>
 #include <functional>
 
-#include "value/format.hpp"
 #include "differential_format_rules.hpp"
+#include "value/format.hpp"
 
 namespace quiller::differential {
 namespace {

@@ -115,14 +115,13 @@ class IniComparison {
 
 }  // namespace
 
-bool compare_ini(const std::string& work_dir, Report& report) {
+bool compare_ini(const std::vector<IniCase>& cases, const std::string& work_dir, Report& report) {
     const fs::path dir =
         fs::path(work_dir) / ("quiller-differential-" + std::to_string(GetCurrentProcessId()));
     std::error_code error;
     fs::create_directories(dir, error);
     if (error) return false;
     IniComparison comparison(dir, report);
-    const std::vector<IniCase> cases = make_ini_cases();
     for (std::size_t i = 0; i < cases.size(); ++i)
         comparison.run(cases[i], static_cast<int>(i + 1));
     if (std::getenv("QUILLER_DIFFERENTIAL_KEEP")) {

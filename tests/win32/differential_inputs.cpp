@@ -1,14 +1,166 @@
-// Inputs of the differential test: hand-picked cases, the inputs of the reference tables, and
-// generated texts and values. A fixed seed makes every run test the same inputs.
+// Inputs of the differential test: the grammar of inputs.txt (see the head of that file), the
+// inputs of the reference tables, and generated values. A fixed seed makes every run test the
+// same inputs.
 #include <cctype>
 #include <cmath>
-#include <cstdint>
+#include <cstdlib>
 #include <fstream>
 #include <set>
+#include <stdexcept>
 
 #include "differential.hpp"
 
 namespace quiller::differential {
+namespace {
+
+// The text between the quotes at `p` with its escapes resolved; `p` moves past the closing
+// quote (or `close`, for a [chars] item).
+std::string unescape(std::string_view s, std::size_t& p, char close) {
+    std::string out;
+    for (++p; p < s.size() && s[p] != close; ++p) {
+        if (s[p] != '\\' || p + 1 >= s.size()) {
+            out += s[p];
+            continue;
+        }
+        const char c = s[++p];
+        if (c == 'x' && p + 2 < s.size()) {
+            out += static_cast<char>(std::stoi(std::string(s.substr(p + 1, 2)), nullptr, 16));
+            p += 2;
+        } else {
+            out += c == 't' ? '\t' : c == 'r' ? '\r' : c == 'n' ? '\n' : c;
+        }
+    }
+    if (p >= s.size()) throw std::runtime_error("unclosed text");
+    ++p;
+    return out;
+}
+
+void add_items(std::string_view line, std::vector<Grammar::Alternative>& rule) {
+    for (std::size_t p = 0; p < line.size();) {
+        if (line[p] == ' ') {
+            ++p;
+            continue;
+        }
+        int weight = 1;
+        if (std::isdigit(static_cast<unsigned char>(line[p]))) {
+            const std::size_t star = line.find('*', p);
+            weight = std::stoi(std::string(line.substr(p, star - p)));
+            p = star + 1;
+        }
+        if (line[p] == '[') {
+            for (const char c : unescape(line, p, ']')) rule.push_back({std::string(1, c), 1});
+        } else if (line[p] == '"') {
+            rule.push_back({unescape(line, p, '"'), weight});
+        } else {
+            throw std::runtime_error("expected \"text\" or [chars]");
+        }
+    }
+}
+
+std::string random_case(Rng& r, std::string s) {
+    const int mode = r.below(4);
+    for (char& c : s) {
+        const auto b = static_cast<unsigned char>(c);
+        if (mode == 1 || (mode == 3 && r.chance(50))) c = static_cast<char>(std::toupper(b));
+        if (mode == 2) c = static_cast<char>(std::tolower(b));
+    }
+    return s;
+}
+
+}  // namespace
+
+Grammar::Grammar(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) throw std::runtime_error("can't read " + path);
+    std::string line, name;
+    for (int n = 1; std::getline(in, line); ++n) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        if (line.empty() || line[0] == '#') continue;
+        try {
+            if (line[0] != ' ') {
+                const std::size_t colon = line.find(':');
+                if (colon == std::string::npos) throw std::runtime_error("expected name:");
+                name = line.substr(0, colon);
+                line.erase(0, colon + 1);
+            }
+            add_items(line, rules_[name]);
+        } catch (const std::exception& e) {
+            throw std::runtime_error(path + ":" + std::to_string(n) + ": " + e.what());
+        }
+    }
+}
+
+const std::vector<Grammar::Alternative>& Grammar::rule(std::string_view name) const {
+    const auto it = rules_.find(name);
+    if (it == rules_.end()) throw std::runtime_error("no rule " + std::string(name));
+    return it->second;
+}
+
+std::string Grammar::expand(std::string_view name, Rng& r, Vars& vars) const {
+    const std::vector<Alternative>& alternatives = rule(name);
+    int total = 0;
+    for (const Alternative& a : alternatives) total += a.weight;
+    int at = r.below(total);
+    for (const Alternative& a : alternatives) {
+        if (at < a.weight) return fill(a.text, r, vars);
+        at -= a.weight;
+    }
+    return {};
+}
+
+std::vector<std::string> Grammar::all(std::string_view name) const {
+    Rng r(0);
+    Vars vars;
+    std::vector<std::string> out;
+    for (const Alternative& a : rule(name)) out.push_back(fill(a.text, r, vars));
+    return out;
+}
+
+std::string Grammar::fill(std::string_view text, Rng& r, Vars& vars) const {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::size_t close = text[i] == '{' ? text.find('}', i) : std::string_view::npos;
+        if (close == std::string_view::npos) {
+            out += text[i];
+            continue;
+        }
+        out += reference(text.substr(i + 1, close - i - 1), r, vars);
+        i = close;
+    }
+    return out;
+}
+
+std::string Grammar::reference(std::string_view ref, Rng& r, Vars& vars) const {
+    if (ref.starts_with('#')) {
+        char* end = nullptr;
+        const long low = std::strtol(ref.data() + 1, &end, 10);
+        const long high = std::strtol(end + 1, nullptr, 10);
+        return std::to_string(low + r.below(static_cast<int>(high - low + 1)));
+    }
+    if (ref.starts_with('$')) return vars[std::string(ref.substr(1))];
+    std::string kept;
+    if (const std::size_t eq = ref.find('='); eq != std::string_view::npos) {
+        kept = ref.substr(0, eq);
+        ref.remove_prefix(eq + 1);
+    }
+    const std::size_t mark = std::min(ref.find_first_of("*?^"), ref.size());
+    const std::string_view name = ref.substr(0, mark), how = ref.substr(mark);
+    int low = 1, high = 1;
+    std::string out;
+    if (how.starts_with('*')) {
+        char* end = nullptr;
+        low = static_cast<int>(std::strtol(how.data() + 1, &end, 10));
+        high = static_cast<int>(std::strtol(end + 1, nullptr, 10));
+    }
+    if (how.starts_with('?') && !r.chance(std::atoi(how.data() + 1))) low = high = 0;
+    for (int n = low + r.below(high - low + 1); n > 0; --n) out += expand(name, r, vars);
+    if (how == "^") out = random_case(r, std::move(out));
+    if (!kept.empty()) vars[kept] = out;
+    return out;
+}
+
+// --- Values and inputs -----------------------------------------------------------------------
+
 namespace {
 
 constexpr int kGeneratedNumberTexts = 6000;
@@ -16,393 +168,251 @@ constexpr int kGeneratedDateTexts = 8000;
 constexpr int kGeneratedJunk = 1500;
 constexpr int kGeneratedNumbers = 4000;
 constexpr int kGeneratedDates = 4000;
+constexpr int kGeneratedNumberFormats = 5000;
+constexpr int kGeneratedDateFormats = 5000;
+constexpr int kCrossedFormats = 400;  // number pictures with dates and date pictures with numbers
+constexpr int kIniFiles = 500;
 
-std::string digits(Rng& r, int count) {
-    std::string s;
-    for (int i = 0; i < count; ++i) s += static_cast<char>('0' + r.below(10));
-    return s;
+double fraction(Rng& r) {
+    return static_cast<double>(r.next() >> 11) / 9007199254740992.0;
 }
 
-// --- Numbers -------------------------------------------------------------------------------
-
-// "1,234,567" with well-placed separators, or groups of random length.
-std::string grouped(Rng& r) {
-    std::string s = std::to_string(1 + r.below(999));
-    const int groups = 1 + r.below(4);
-    const bool regular = r.chance(70);
-    for (int g = 0; g < groups; ++g) s += "," + digits(r, regular ? 3 : r.below(5));
-    return s;
-}
-
-std::string mantissa(Rng& r) {
-    switch (r.below(6)) {
-        case 0:
-            return digits(r, 1 + r.below(20));
-        case 1:
-            return grouped(r);
-        case 2:
-            return digits(r, r.below(4)) + "." + digits(r, r.below(18));
-        case 3:
-            return grouped(r) + "." + digits(r, 1 + r.below(4));
-        case 4:
-            return "." + digits(r, 1 + r.below(6));
-        default:
-            return digits(r, 1 + r.below(3)) + "." + digits(r, 1 + r.below(3)) +
-                   (r.chance(30) ? "." + digits(r, 1) : "");
-    }
-}
-
-std::string exponent(Rng& r) {
-    static const char* const kSigns[] = {"", "", "+", "-"};
-    return std::string(r.chance(50) ? "e" : "E") + r.pick(kSigns) + digits(r, r.below(4));
-}
-
-std::string radix_number(Rng& r) {
-    static const char* const kPrefixes[] = {"&H", "&h", "&O", "&o", "&"};
-    static const char kHexDigits[] = "0123456789ABCDEFabcdefg";
-    std::string s = r.pick(kPrefixes);
-    const int n = r.below(10);
-    for (int i = 0; i < n; ++i) s += kHexDigits[r.below(sizeof kHexDigits - 1)];
-    return s;
-}
-
-std::string number_text(Rng& r) {
-    static const char* const kBefore[] = {"",   "",   "",   "+",  "-",  "$", "(",  "($", "$-",
-                                          "-$", "+$", "(-", "- ", "$ ", " ", "  ", "--", "+-"};
-    static const char* const kAfter[] = {"",   "",  "",   "-", "+", "$", ")", "$)", " -",
-                                         "- ", " ", "  ", "%", "e", ".", ",", ")-"};
-    std::string body = r.chance(8) ? radix_number(r) : mantissa(r);
-    if (r.chance(20)) body += exponent(r);
-    return std::string(r.pick(kBefore)) + body + r.pick(kAfter);
-}
-
-// --- Dates ---------------------------------------------------------------------------------
-
-const char* const kMonths[] = {"January",   "February", "March",    "April",
-                               "May",       "June",     "July",     "August",
-                               "September", "October",  "November", "December"};
-
-std::string with_random_case(Rng& r, std::string s) {
-    const int mode = r.below(4);
-    for (char& c : s) {
-        if (mode == 1 || (mode == 3 && r.chance(50))) c = static_cast<char>(std::toupper(c));
-        if (mode == 2) c = static_cast<char>(std::tolower(c));
-    }
-    return s;
-}
-
-std::string month_name(Rng& r) {
-    std::string m = kMonths[r.below(12)];
-    if (r.chance(40)) m = m.substr(0, 3);
-    if (r.chance(5)) m = m.substr(0, 4);
-    return with_random_case(r, m);
-}
-
-// A date part of one to four digits, biased towards the values dates use.
-std::string date_number(Rng& r) {
-    static const char* const kYears[] = {"0",    "00",   "29",   "30",    "49",   "50",   "99",
-                                         "100",  "1899", "1900", "1999",  "2000", "2029", "2030",
-                                         "2049", "2050", "9999", "10000", "0001", "01"};
-    switch (r.below(5)) {
-        case 0:
-            return std::to_string(1 + r.below(12));
-        case 1:
-            return std::to_string(1 + r.below(31));
-        case 2:
-            return r.pick(kYears);
-        case 3:
-            return std::to_string(1900 + r.below(200));
-        default:
-            return digits(r, 1 + r.below(4));
-    }
-}
-
-std::string numeric_date(Rng& r) {
-    static const char* const kSeparators[] = {"/", "/", "-", "-", ".", " ", ", ", "/ "};
-    const char* sep = r.pick(kSeparators);
-    std::string s = date_number(r) + sep + date_number(r);
-    if (r.chance(70)) s += (r.chance(90) ? sep : r.pick(kSeparators)) + date_number(r);
-    return s;
-}
-
-std::string named_date(Rng& r) {
-    static const char* const kGaps[] = {" ", " ", ", ", "-", "/", ",", ". ", "  "};
-    const std::string m = month_name(r), d = date_number(r), y = date_number(r);
-    const char* g = r.pick(kGaps);
-    switch (r.below(6)) {
-        case 0:
-            return m + g + d + (r.chance(70) ? std::string(g) + y : "");
-        case 1:
-            return d + g + m + (r.chance(70) ? std::string(g) + y : "");
-        case 2:
-            return y + g + m + g + d;
-        case 3:
-            return m + g + d + ", " + y;
-        case 4:
-            return m + g + y;
-        default:
-            return d + m + y;
-    }
-}
-
-std::string time_text(Rng& r) {
-    static const char* const kMeridiem[] = {"",   "",   "",  " AM", " PM",   "AM",  "pm",
-                                            " a", " p", "a", "P",   " A.M.", " am", " Pm"};
-    const int hour = r.chance(90) ? r.below(25) : r.below(100);
-    std::string s = std::to_string(hour);
-    const int parts = r.below(3);
-    if (parts >= 1)
-        s += (r.chance(90) ? ":" : ".") + std::string(r.chance(80) ? "" : "0") +
-             std::to_string(r.chance(95) ? r.below(60) : r.below(100));
-    if (parts >= 2) s += ":" + std::to_string(r.chance(95) ? r.below(60) : 60 + r.below(40));
-    return s + r.pick(kMeridiem);
-}
-
-std::string date_text(Rng& r) {
-    static const char* const kDayNames[] = {"Monday, ", "Mon ", "tuesday ", "Sat, ", "Sunday "};
-    std::string date = r.chance(55) ? numeric_date(r) : named_date(r);
-    if (r.chance(5)) date = r.pick(kDayNames) + date;
-    switch (r.below(6)) {
-        case 0:
-            return time_text(r);
-        case 1:
-            return date + " " + time_text(r);
-        case 2:
-            return time_text(r) + " " + date;
-        default:
-            return date;
-    }
-}
-
-std::string junk(Rng& r) {
-    static const char kChars[] = "0123456789 /-.:,$()+eEAPMamp&HhOo#%'\"xz\t";
-    static const char* const kWide[] = {"\xC3\xA9", "\xE2\x82\xAC", "\xC2\xA0", "\xEF\xBC\x91"};
-    std::string s;
-    const int n = r.below(12);
-    for (int i = 0; i < n; ++i) {
-        if (r.chance(3)) {
-            s += r.pick(kWide);
-        } else {
-            s += kChars[r.below(sizeof kChars - 1)];
-        }
-    }
-    return s;
-}
-
-// --- Values --------------------------------------------------------------------------------
-
+// Whole, quarter and thousandth numbers and any magnitude from 1e-25 to 1e25.
 double random_number(Rng& r) {
-    const double mantissa = static_cast<double>(r.next() >> 11) / 9007199254740992.0;
     switch (r.below(5)) {
         case 0:
-            return static_cast<double>(r.below(2000000) - 1000000);
+            return r.below(2000000) - 1000000.0;
         case 1:
             return (r.below(20001) - 10000) / 4.0;
         case 2:
-            return std::round(mantissa * 1e6) / 1e3;
-        default: {
-            const double v = mantissa * std::pow(10.0, r.below(50) - 25);
-            return r.chance(30) ? -v : v;
-        }
+            return std::round(fraction(r) * 1e6) / 1e3;
+        default:
+            return (r.chance(30) ? -1 : 1) * fraction(r) * std::pow(10.0, r.below(50) - 25);
     }
 }
 
-// Day numbers from year 100 to 9999, whole days, whole seconds or any fraction.
-double random_date(Rng& r) {
-    const double day = -657434 + r.below(657434 + 2958466);
-    switch (r.below(3)) {
+// Numbers that pictures round, group, scale and sign differently: ties at the places pictures
+// keep, whole numbers, fractions, large and tiny magnitudes.
+double format_number_value(Rng& r) {
+    const double sign = r.chance(35) ? -1 : 1;
+    switch (r.below(8)) {
+        case 0:
+            return sign * r.below(1000);
+        case 1:
+            return sign * (r.below(2000) + 0.5);  // ties at whole digits
+        case 2:
+            return sign * r.below(200000) / 1000.0 + sign * 0.0005;  // ties at three places
+        case 3:
+            return sign * r.below(100000) / 8.0;
+        case 4:
+            return sign * r.below(1000000000) / std::pow(10.0, r.below(7));
+        case 5:
+            return sign * (1 + r.below(999)) * std::pow(10.0, 3 + r.below(19));
+        case 6:
+            return sign * (1 + r.below(999)) * std::pow(10.0, -3 - r.below(9));
+        default:
+            return sign * fraction(r) * std::pow(10.0, r.below(12) - 4);
+    }
+}
+
+// Day numbers from year 100 to 9999 (mostly 1899 to 2100 with `near`): whole days, noon, whole
+// seconds or any fraction.
+double random_date(Rng& r, bool near) {
+    const int pick = near ? r.below(6) : 0;
+    const double day = pick == 0   ? -657434 + r.below(657434 + 2958466)
+                       : pick == 1 ? r.below(3)
+                                   : r.below(73415);
+    switch (r.below(near ? 5 : 3)) {
         case 0:
             return day;
         case 1:
             return day + (day < 0 ? -1 : 1) * r.below(86400) / 86400.0;
+        case 2:
+            return day + fraction(r);
         default:
-            return day + static_cast<double>(r.next() >> 11) / 9007199254740992.0;
+            return day + 0.5;
     }
 }
 
-// --- Hand-picked cases ---------------------------------------------------------------------
-
-const char* const kNumberCases[] = {"0",
-                                    "-0",
-                                    "1",
-                                    "1.",
-                                    ".5",
-                                    "1e5",
-                                    "1E+05",
-                                    "1e-5",
-                                    "1,000",
-                                    "1,00",
-                                    ",5",
-                                    "1 2",
-                                    "$1,234.56",
-                                    "($1,234.56)",
-                                    "(1)",
-                                    "1-",
-                                    "1+",
-                                    "+ 1",
-                                    "- 1",
-                                    "1 -",
-                                    "&H7FFFFFFF",
-                                    "&H80000000",
-                                    "&HFFFFFFFF",
-                                    "&O17",
-                                    "&O8",
-                                    "1e308",
-                                    "1e309",
-                                    "1e-400",
-                                    "4.9e-324",
-                                    "123456789012345678901234567890",
-                                    "0.1",
-                                    "0.30000000000000004",
-                                    "1.7976931348623157e308",
-                                    "9007199254740993",
-                                    "1,234,567.891",
-                                    "1.234,5",
-                                    "1..2",
-                                    "1.2.3",
-                                    "1e",
-                                    "e5",
-                                    "1d5",
-                                    "\t1",
-                                    "1\t",
-                                    "\xC2\xA0"
-                                    "1",
-                                    "1\xC2\xA0",
-                                    "$",
-                                    "()",
-                                    "-",
-                                    "+",
-                                    ".",
-                                    ",",
-                                    "1,",
-                                    "1,,2"};
-
-const char* const kDateCases[] = {"1/1/2001",
-                                  "12/31/1999",
-                                  "2/29/2000",
-                                  "2/29/1900",
-                                  "2/29/2001",
-                                  "13/1/2001",
-                                  "31/12/2001",
-                                  "2001/12/31",
-                                  "2001-12-31",
-                                  "12-31-01",
-                                  "1/1/29",
-                                  "1/1/30",
-                                  "1/1/49",
-                                  "1/1/50",
-                                  "1/1/99",
-                                  "1/1/00",
-                                  "1/1/100",
-                                  "1/1/9999",
-                                  "1/1/10000",
-                                  "12/31",
-                                  "12/2001",
-                                  "Dec 31, 2001",
-                                  "31 December 2001",
-                                  "December 2001",
-                                  "2001 Dec 31",
-                                  "Dec 31",
-                                  "Monday, December 31, 2001",
-                                  "10:30",
-                                  "10:30:15",
-                                  "10:30 PM",
-                                  "10 PM",
-                                  "10PM",
-                                  "12 AM",
-                                  "12 PM",
-                                  "0:00",
-                                  "23:59:59",
-                                  "24:00",
-                                  "12:60",
-                                  "1.5",
-                                  "10.30",
-                                  "1/1/2001 10:30 PM",
-                                  "10:30 PM 1/1/2001",
-                                  "1/1/2001 10:30:15 AM",
-                                  "Jan",
-                                  "Jan 1 2001 1:00 pm",
-                                  "1 2 3",
-                                  "1-2-3",
-                                  "1.2.3",
-                                  "100",
-                                  "1/1",
-                                  "1//1",
-                                  "/1/1",
-                                  "1/1/",
-                                  "a1/1/2001",
-                                  "1/1/2001a"};
-
-void add_reference_inputs(const std::string& file, std::vector<std::string>& out) {
+// The first column of a reference table, or its first two (value and format).
+std::vector<std::vector<std::string>> reference_rows(const std::string& file) {
     std::ifstream in(file, std::ios::binary);
+    std::vector<std::vector<std::string>> rows;
     std::string line;
     for (int n = 1; std::getline(in, line); ++n) {
-        if (n == 1) continue;  // column names
         if (!line.empty() && line.back() == '\r') line.pop_back();
-        out.push_back(line.substr(0, line.find('\t')));
+        const std::size_t tab = line.find('\t');
+        if (n > 1)
+            rows.push_back(
+                {line.substr(0, tab), line.substr(tab + 1, line.find('\t', tab + 1) - tab - 1)});
     }
+    return rows;
 }
 
 // Drops repeated texts, keeping the first of each.
 void unique(std::vector<std::string>& texts) {
     std::set<std::string> seen;
-    std::vector<std::string> kept;
-    for (std::string& t : texts)
-        if (seen.insert(t).second) kept.push_back(std::move(t));
-    texts = std::move(kept);
+    std::erase_if(texts, [&](const std::string& t) { return !seen.insert(t).second; });
+}
+
+std::vector<double> values(const Grammar& g, std::string_view rule) {
+    std::vector<double> out;
+    for (const std::string& text : g.all(rule)) out.push_back(std::strtod(text.c_str(), nullptr));
+    return out;
 }
 
 }  // namespace
 
-Inputs make_inputs(const std::string& reference_dir) {
+Inputs make_inputs(const Grammar& g, const std::string& reference_dir) {
     Inputs in;
     Rng r(20011231);
-    in.number_texts.assign(std::begin(kNumberCases), std::end(kNumberCases));
-    add_reference_inputs(reference_dir + "/number-recognition.tsv", in.number_texts);
-    for (int i = 0; i < kGeneratedNumberTexts; ++i) in.number_texts.push_back(number_text(r));
-    in.date_texts.assign(std::begin(kDateCases), std::end(kDateCases));
-    add_reference_inputs(reference_dir + "/date-recognition.tsv", in.date_texts);
-    for (int i = 0; i < kGeneratedDateTexts; ++i) in.date_texts.push_back(date_text(r));
+    in.number_texts = g.all("number-picked");
+    for (const auto& row : reference_rows(reference_dir + "/number-recognition.tsv"))
+        in.number_texts.push_back(row[0]);
+    for (int i = 0; i < kGeneratedNumberTexts; ++i)
+        in.number_texts.push_back(g.expand("number-text", r));
+    in.date_texts = g.all("date-picked");
+    for (const auto& row : reference_rows(reference_dir + "/date-recognition.tsv"))
+        in.date_texts.push_back(row[0]);
+    for (int i = 0; i < kGeneratedDateTexts; ++i) in.date_texts.push_back(g.expand("date-text", r));
     for (int i = 0; i < kGeneratedJunk; ++i) {
-        const std::string j = junk(r);
-        in.number_texts.push_back(j);
-        in.date_texts.push_back(j);
+        in.number_texts.push_back(g.expand("junk", r));
+        in.date_texts.push_back(in.number_texts.back());
     }
     unique(in.number_texts);
     unique(in.date_texts);
-
-    in.numbers = {0,         1,
-                  -1,        0.1,
-                  0.5,       1e15,
-                  1e15 - 1,  999999999999999.4,
-                  1e-4,      9.99999e-5,
-                  1e-5,      123456789012345.6,
-                  1.0 / 3,   2.0 / 3,
-                  1e100,     -1e-100,
-                  5e-324,    1.7976931348623157e308,
-                  0.1 + 0.2, 100,
-                  1e16,      12345678901234567.0};
+    in.numbers = values(g, "number-value-picked");
     for (int i = 0; i < kGeneratedNumbers; ++i) in.numbers.push_back(random_number(r));
-    in.dates = {0,
-                1,
-                -1,
-                0.5,
-                -0.5,
-                -1.25,
-                1.5,
-                2,
-                60,
-                61,
-                36526,
-                36526.999999,
-                2958465,
-                2958465.99999,
-                -657434,
-                37256.5,
-                0.0000115740740740741,
-                0.99999};
-    for (int i = 0; i < kGeneratedDates; ++i) in.dates.push_back(random_date(r));
+    in.dates = values(g, "date-value-picked");
+    for (int i = 0; i < kGeneratedDates; ++i) in.dates.push_back(random_date(r, false));
     return in;
+}
+
+std::vector<FormatCase> make_format_cases(const Grammar& g, const std::string& reference_dir) {
+    std::vector<FormatCase> cases;
+    for (const bool as_date : {false, true})
+        for (const auto& row : reference_rows(
+                 reference_dir + (as_date ? "/date-formats.tsv" : "/number-formats.tsv")))
+            cases.push_back({std::strtod(row[0].c_str(), nullptr), row[1], as_date});
+    Rng r(20260422);
+    for (const std::string& name : g.all("named-number-format"))
+        for (int i = 0; i < 60; ++i) cases.push_back({format_number_value(r), name, false});
+    for (const std::string& name : g.all("named-date-format"))
+        for (int i = 0; i < 80; ++i) cases.push_back({random_date(r, true), name, true});
+    for (int i = 0; i < kGeneratedNumberFormats; ++i)
+        cases.push_back({format_number_value(r), g.expand("number-picture", r), false});
+    for (int i = 0; i < kGeneratedDateFormats; ++i)
+        cases.push_back({random_date(r, true), g.expand("date-picture", r), true});
+    for (int i = 0; i < kCrossedFormats; ++i) {
+        cases.push_back({random_date(r, true), g.expand("number-picture", r), true});
+        cases.push_back({random_date(r, true), g.expand("date-picture", r), false});
+    }
+    return cases;
+}
+
+// --- INI files -------------------------------------------------------------------------------
+
+namespace {
+
+// A file of sections and keys in various cases and spellings, with the sections and keys it
+// names.
+struct IniDraft {
+    std::vector<std::string> lines, sections;
+    std::vector<std::pair<std::string, std::string>> keys;  // (section, key)
+};
+
+IniDraft draft_ini(const Grammar& g, Rng& r) {
+    IniDraft d;
+    if (r.chance(15)) d.lines.push_back("; leading comment");
+    if (r.chance(10)) d.lines.push_back("Key=before any section");
+    for (int s = r.chance(3) ? 0 : 1 + r.below(4); s > 0; --s) {
+        Grammar::Vars vars{{"name", random_case(r, g.expand("ini-section", r))}};
+        d.lines.push_back(g.expand("ini-header", r, vars));
+        d.sections.push_back(vars["name"]);
+        for (int k = r.below(6); k > 0; --k) {
+            if (r.chance(15)) d.lines.push_back(g.expand("ini-blank", r));
+            if (r.chance(8)) d.lines.push_back(g.expand("ini-junk", r));
+            vars["key"] = random_case(r, g.expand("ini-key", r));
+            vars["value"] = g.expand("ini-value", r);
+            d.lines.push_back(g.expand("ini-key-line", r, vars));
+            d.keys.emplace_back(d.sections.back(), vars["key"]);
+        }
+        if (r.chance(20)) d.lines.push_back("");
+    }
+    return d;
+}
+
+// The lines joined by one kind of break or a mix, the last one now and then without its break.
+std::string join(const Grammar& g, Rng& r, const std::vector<std::string>& lines) {
+    const std::string chosen = g.expand("ini-break", r);
+    std::string bytes;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        bytes += lines[i];
+        if (i + 1 == lines.size() && r.chance(20)) break;
+        bytes += chosen != "mixed" ? chosen : r.chance(50) ? "\r\n" : "\n";
+    }
+    return bytes;
+}
+
+// Every key written, also in other cases, with blanks around and as a comment; every section
+// with a missing key; a missing section.
+std::vector<IniQuery> ini_queries(const Grammar& g, Rng& r, const IniDraft& d) {
+    std::vector<IniQuery> out;
+    for (const auto& [section, key] : d.keys) {
+        out.push_back({section, key, g.expand("ini-fallback", r)});
+        if (r.chance(30)) out.push_back({random_case(r, section), random_case(r, key), "d"});
+        if (r.chance(15)) out.push_back({" " + section + " ", "\t" + key + " ", "d"});
+        if (r.chance(10)) out.push_back({section, ";" + key, "d"});
+    }
+    for (const std::string& section : d.sections) out.push_back({section, "Missing", "d "});
+    out.push_back({"No Such Section", "Key", "none"});
+    return out;
+}
+
+// One to four edits: values set, keys and sections added and deleted.
+std::vector<IniEdit> ini_edits(const Grammar& g, Rng& r, const IniDraft& d) {
+    std::vector<IniEdit> out;
+    for (int n = 1 + r.below(4); n > 0; --n) {
+        const auto& [section, key] = d.keys.empty()
+                                         ? std::pair<std::string, std::string>("General", "Key")
+                                         : d.keys[r.below(static_cast<int>(d.keys.size()))];
+        const std::string value = g.expand("ini-written", r);
+        switch (r.below(7)) {
+            case 0:
+            case 1:
+                out.push_back({random_case(r, section), random_case(r, key), value});
+                break;
+            case 2:
+                out.push_back({section, "Added", value});
+                break;
+            case 3:
+                out.push_back({"New Section", r.chance(50) ? "Key" : "Other", value});
+                break;
+            case 4:
+                out.push_back({section, key, std::nullopt});
+                break;
+            case 5:
+                out.push_back({section, "", std::nullopt});
+                break;
+            default:
+                out.push_back({section, key, ""});
+        }
+    }
+    return out;
+}
+
+}  // namespace
+
+std::vector<IniCase> make_ini_cases(const Grammar& g) {
+    Rng r(19991231);
+    std::vector<IniCase> cases;
+    for (int i = 0; i < kIniFiles; ++i) {
+        const IniDraft d = draft_ini(g, r);
+        const std::string bytes = join(g, r, d.lines);
+        std::vector<IniQuery> queries = ini_queries(g, r, d);
+        cases.push_back({bytes, std::move(queries), ini_edits(g, r, d)});
+    }
+    return cases;
 }
 
 }  // namespace quiller::differential

@@ -3,9 +3,10 @@
 // formatter and with VarFormat, reads and edits generated INI files with Quiller's profile code
 // and with the profile-string functions, and reports every difference.
 //
-//   quiller_differential KNOWN_DIFFERENCES_FILE REFERENCE_DIR [--quiet]
+//   quiller_differential KNOWN_DIFFERENCES_FILE INPUTS_FILE REFERENCE_DIR [--quiet]
 //
-// A difference listed in the known-differences file is reported as known; any other one fails
+// The inputs come from the grammar in INPUTS_FILE (inputs.txt) and the reference tables. A
+// difference listed in the known-differences file is reported as known; any other one fails
 // the run (exit status 1). --quiet leaves the known ones out of the report. The INI files go to
 // a folder of their own in the temporary folder, removed at the end unless the environment
 // variable QUILLER_DIFFERENTIAL_KEEP is set.
@@ -17,8 +18,8 @@
 #include <filesystem>
 #include <functional>
 
-#include "value/value.hpp"
 #include "differential.hpp"
+#include "value/value.hpp"
 
 namespace quiller::differential {
 namespace {
@@ -119,18 +120,22 @@ void report_kinds(const Report& report) {
                     t.compared, t.known, t.unknown);
 }
 
-int run(const std::string& known_file, const std::string& reference_dir, bool quiet) {
+int run(const std::string& known_file, const std::string& grammar_file,
+        const std::string& reference_dir, bool quiet) {
     std::optional<std::vector<KnownDifference>> known = load_known_differences(known_file);
     if (!known) return 2;
-    const Inputs in = make_inputs(reference_dir);
+    const Grammar grammar(grammar_file);
+    const Inputs in = make_inputs(grammar, reference_dir);
     Report report(*known, quiet);
     compare_number_texts(in, report);
     compare_date_texts(in, report);
     compare_writing("number-text", numbers_to_write(in), value::format_general_number,
                     system_number_text, report);
     compare_writing("date-text", in.dates, value::format_general_date, system_date_text, report);
-    compare_formats(make_format_cases(reference_dir), report);
-    if (!compare_ini(std::filesystem::temp_directory_path().string(), report)) return 2;
+    compare_formats(make_format_cases(grammar, reference_dir), report);
+    if (!compare_ini(make_ini_cases(grammar), std::filesystem::temp_directory_path().string(),
+                     report))
+        return 2;
     report_uses(*known);
     report_kinds(report);
 
@@ -144,11 +149,17 @@ int run(const std::string& known_file, const std::string& reference_dir, bool qu
 }  // namespace quiller::differential
 
 int main(int argc, char** argv) {
-    if (argc < 3) {
+    if (argc < 4) {
         std::fprintf(stderr,
-                     "usage: quiller_differential KNOWN_DIFFERENCES REFERENCE_DIR [--quiet]\n");
+                     "usage: quiller_differential KNOWN_DIFFERENCES INPUTS REFERENCE_DIR "
+                     "[--quiet]\n");
         return 2;
     }
-    const bool quiet = argc > 3 && std::strcmp(argv[3], "--quiet") == 0;
-    return quiller::differential::run(argv[1], argv[2], quiet);
+    const bool quiet = argc > 4 && std::strcmp(argv[4], "--quiet") == 0;
+    try {
+        return quiller::differential::run(argv[1], argv[2], argv[3], quiet);
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "quiller_differential: %s\n", e.what());
+        return 2;
+    }
 }

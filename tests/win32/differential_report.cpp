@@ -1,9 +1,124 @@
-// The report: one line per difference, known ones with the line of their entry.
+// The known-differences file:
+//
+//   # comment
+//   KIND "INPUT" REASON
+//   KIND re"PATTERN" REASON
+//
+// INPUT is written exactly as the report writes it (see escape()), so the text between the
+// quotes is taken as it stands; a "\" only keeps the character after it from ending the quotes.
+// PATTERN is an ECMAScript regular expression that must match the whole of that form. Every
+// entry needs a reason. The report prints one line per difference, known ones with the line of
+// their entry.
 #include <cstdio>
+#include <fstream>
+#include <regex>
 
 #include "differential.hpp"
 
 namespace quiller::differential {
+namespace {
+
+std::size_t skip_blanks(std::string_view s, std::size_t p) {
+    while (p < s.size() && (s[p] == ' ' || s[p] == '\t')) ++p;
+    return p;
+}
+
+// The text between double quotes starting at `p`, kept as written (escapes included); `p`
+// moves past the closing quote. False when there is no closing quote.
+bool quoted(std::string_view s, std::size_t& p, std::string& out) {
+    if (p >= s.size() || s[p] != '"') return false;
+    for (++p; p < s.size(); ++p) {
+        if (s[p] == '"') {
+            ++p;
+            return true;
+        }
+        if (s[p] == '\\' && p + 1 < s.size()) out += s[p++];
+        out += s[p];
+    }
+    return false;
+}
+
+std::optional<KnownDifference> parse_line(std::string_view line, int number) {
+    KnownDifference k;
+    k.line = number;
+    std::size_t p = skip_blanks(line, 0);
+    const std::size_t kind_end = line.find_first_of(" \t", p);
+    if (kind_end == std::string_view::npos) return std::nullopt;
+    k.kind = std::string(line.substr(p, kind_end - p));
+    p = skip_blanks(line, kind_end);
+    const bool is_pattern = line.substr(p, 3) == "re\"";
+    if (is_pattern) p += 2;
+    if (!quoted(line, p, k.input)) return std::nullopt;
+    if (is_pattern) {
+        try {
+            k.pattern = std::make_shared<const std::regex>(k.input, std::regex::ECMAScript);
+        } catch (const std::regex_error&) {
+            return std::nullopt;
+        }
+    }
+    p = skip_blanks(line, p);
+    k.reason = std::string(line.substr(p));
+    if (k.reason.empty()) return std::nullopt;
+    return k;
+}
+
+bool matches(const KnownDifference& k, std::string_view input) {
+    if (!k.pattern) return k.input == input;
+    return std::regex_match(input.begin(), input.end(), *k.pattern);
+}
+
+}  // namespace
+
+std::optional<std::vector<KnownDifference>> load_known_differences(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        std::fprintf(stderr, "can't read the known differences '%s'\n", path.c_str());
+        return std::nullopt;
+    }
+    std::vector<KnownDifference> known;
+    std::string line;
+    for (int n = 1; std::getline(in, line); ++n) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        const std::size_t first = skip_blanks(line, 0);
+        if (first == line.size() || line[first] == '#') continue;
+        std::optional<KnownDifference> k = parse_line(line, n);
+        if (!k) {
+            std::fprintf(stderr,
+                         "%s:%d: expected KIND \"INPUT\" REASON or KIND re\"PATTERN\" REASON\n",
+                         path.c_str(), n);
+            return std::nullopt;
+        }
+        known.push_back(std::move(*k));
+    }
+    return known;
+}
+
+KnownDifference* find_known(std::vector<KnownDifference>& known, std::string_view kind,
+                            std::string_view input) {
+    for (KnownDifference& k : known) {
+        if (k.kind == kind && matches(k, input)) return &k;
+    }
+    return nullptr;
+}
+
+std::string escape(std::string_view text) {
+    static const char kHex[] = "0123456789ABCDEF";
+    std::string out;
+    for (const char c : text) {
+        const auto b = static_cast<unsigned char>(c);
+        if (c == '\\' || c == '"') {
+            out += '\\';
+            out += c;
+        } else if (b >= 0x20 && b < 0x7F) {
+            out += c;
+        } else {
+            out += "\\x";
+            out += kHex[b >> 4];
+            out += kHex[b & 15];
+        }
+    }
+    return out;
+}
 
 void Report::compare(std::string_view kind, const char* difference, std::string_view input,
                      const std::string& ours, const std::string& system) {

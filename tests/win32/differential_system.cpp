@@ -1,4 +1,5 @@
-// The system's conversions: oleaut32 with LCID 0x409 (English, United States).
+// The system's conversions (oleaut32 with LCID 0x409, English, United States) and profile-string
+// functions (the ANSI ones, as `readini` and `writeini` name them).
 #include <windows.h>
 
 #include <oleauto.h>  // after windows.h
@@ -93,6 +94,23 @@ std::optional<std::string> system_format(double v, std::string_view format, bool
     std::string text = narrow(out, static_cast<int>(SysStringLen(out)));
     SysFreeString(out);
     return text;
+}
+
+std::string system_profile_string(const std::string& path, const std::string& section,
+                                  const std::string& key, const std::string& fallback) {
+    char buffer[255] = {};
+    GetPrivateProfileStringA(section.c_str(), key.c_str(), fallback.c_str(), buffer, sizeof buffer,
+                             path.c_str());
+    return buffer;
+}
+
+bool system_write_profile(const std::string& path, const std::string& section,
+                          const std::string& key, const std::optional<std::string>& value) {
+    const char* k = key.empty() ? nullptr : key.c_str();
+    const char* v = value ? value->c_str() : nullptr;
+    const bool ok = WritePrivateProfileStringA(section.c_str(), k, v, path.c_str()) != 0;
+    WritePrivateProfileStringA(nullptr, nullptr, nullptr, path.c_str());  // flush any cache
+    return ok;
 }
 
 int system_current_year() {

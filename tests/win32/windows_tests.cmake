@@ -14,19 +14,16 @@ add_executable(quiller_differential
   ${CMAKE_CURRENT_LIST_DIR}/differential_main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_inputs.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_system.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/differential_system_ini.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/differential_allow.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_report.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_format.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/differential_format_inputs.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_format_rules.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_format_date_rules.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_ini.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/differential_ini_inputs.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_ini_rules.cpp)
 target_link_libraries(quiller_differential PRIVATE quiller_core oleaut32)
 add_test(NAME win32.differential
   COMMAND quiller_differential ${CMAKE_CURRENT_LIST_DIR}/known_differences.txt
+          ${CMAKE_CURRENT_LIST_DIR}/inputs.txt
           ${CMAKE_SOURCE_DIR}/tests/reference)
 
 if(CMAKE_CROSSCOMPILING)
