@@ -35,16 +35,17 @@
 // Each statement reports at most one warning, tagged "(copy) " and so on: the first problem,
 // how many more there were, and the platform's text for it. Nothing that the script didn't
 // name is removed or overwritten.
+#include "bindings/file_operations.hpp"
+
 #include "bindings/file_operation_steps.hpp"
 #include "engine/engine.hpp"
-#include "engine/statements.hpp"
 
 namespace quiller::statements {
 namespace {
 
 void run(Engine& e, void (*work)(Engine&, FileOperations&)) {
     FileOperations* ops = e.platform().file_operations.get();
-    if (!ops) return not_available(e);
+    if (!ops) return e.report_not_available();
     work(e, *ops);
 }
 

@@ -1,5 +1,6 @@
 // Files: the functions fileopen, fileread, filesize, getattrib, dirsize and replacestringinfile,
-// and the statements over the files `fileopen` opened:
+// the condition tests fileexists, direxists and filesame, and the statements over the files
+// `fileopen` opened:
 //
 //   filewrite NUMBER TEXT   writes TEXT (slot 2; quote it when it holds blanks) and a line
 //                           break to the file; `filewrite NUMBER` writes an empty line.
@@ -10,12 +11,14 @@
 // as a warning (a function's variable is then left unset): a number that is not open fails with
 // "Bad file name or number", writing to a file opened for reading with "Bad file mode", and a
 // failed write or close with the platform's error.
+#include "bindings/files.hpp"
+
 #include <cerrno>
 #include <cmath>
+#include <cstdlib>
 
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
-#include "engine/statements.hpp"
 #include "expr/functions.hpp"
 #include "value/format.hpp"
 #include "value/text.hpp"
@@ -40,6 +43,10 @@ FileStatus file_status(const FunctionCall& c, std::string_view path) {
 std::string whole_number(std::int64_t n) {
     return value::format_general_number(static_cast<double>(n));
 }
+
+}  // namespace
+
+namespace functions {
 
 // a2 exactly "write" truncates; otherwise "append" anywhere in the line appends.
 std::string fileopen(const FunctionCall& c) {
@@ -122,16 +129,29 @@ std::string replacestringinfile(const FunctionCall& c) {
     return std::to_string(count);
 }
 
-constexpr FunctionDef kRows[] = {
-    {"dirsize", dirsize},   {"filesize", filesize},   {"fileopen", fileopen},
-    {"fileread", fileread}, {"getattrib", getattrib}, {"replacestringinfile", replacestringinfile},
-};
+}  // namespace functions
 
-}  // namespace
+namespace conditions {
 
-std::span<const FunctionDef> file_functions() {
-    return kRows;
+// `if fileexists PATTERN`: an ordinary file (not a directory) the name or pattern names.
+bool fileexists(Engine& e, const std::string& a, const std::string&) {
+    return !a.empty() && e.platform().files->any_ordinary_file(a);
 }
+
+bool direxists(Engine& e, const std::string& a, const std::string&) {
+    const auto st = e.platform().files->status(a);
+    return st && (st->attributes & kAttrDirectory);
+}
+
+// `if filesame A B`: the same size, and times of change less than five seconds apart.
+bool filesame(Engine& e, const std::string& a, const std::string& b) {
+    FileSystem& files = *e.platform().files;
+    const auto s1 = files.status(a);
+    const auto s2 = files.status(b);
+    return s1 && s2 && std::llabs(s1->modified - s2->modified) < 5 && s1->size == s2->size;
+}
+
+}  // namespace conditions
 
 namespace statements {
 

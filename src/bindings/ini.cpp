@@ -1,13 +1,14 @@
 // INI files: the function `readini` and the statements `readinisection` and `writeini`. All name
 // the file first.
+#include "bindings/ini.hpp"
+
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
-#include "engine/statements.hpp"
 #include "expr/functions.hpp"
 #include "os/ini_profile.hpp"
 
 namespace quiller {
-namespace {
+namespace functions {
 
 // readini a1 file, a2 section, a3 key, a4 default.
 std::string readini(const FunctionCall& c) {
@@ -15,15 +16,7 @@ std::string readini(const FunctionCall& c) {
                          c.arg(4));
 }
 
-constexpr FunctionDef kIniFunctions[] = {
-    {"readini", readini},
-};
-
-}  // namespace
-
-std::span<const FunctionDef> ini_functions() {
-    return kIniFunctions;
-}
+}  // namespace functions
 
 namespace statements {
 

@@ -1,11 +1,11 @@
 // The network and accounts: the functions, the group test and the statements `addprinter` and
 // `sendkeys`. What a system has no notion of (a domain controller, a drive connection) gives a
 // warning and the empty text.
+#include "bindings/network.hpp"
+
 #include <algorithm>
 
 #include "engine/engine.hpp"
-#include "engine/statements.hpp"
-#include "expr/condition.hpp"
 #include "expr/functions.hpp"
 #include "os/network_keys.hpp"
 #include "value/text.hpp"
@@ -35,21 +35,30 @@ std::string kind_of(const FunctionCall& c) {
     return c.line_has("printer") ? "Printer" : "Drive";
 }
 
+}  // namespace
+
+namespace functions {
+
 std::string getnetusername(const FunctionCall& c) {
     return fact(c, &Network::user_name);
 }
+
 std::string getnetuserdomain(const FunctionCall& c) {
     return fact(c, &Network::user_domain);
 }
+
 std::string getnetcomputername(const FunctionCall& c) {
     return fact(c, &Network::computer_name);
 }
+
 std::string getnetcomputerdomain(const FunctionCall& c) {
     return fact(c, &Network::computer_domain);
 }
+
 std::string getnethostname(const FunctionCall& c) {
     return fact(c, &Network::host_name);
 }
+
 std::string getnetipaddress(const FunctionCall& c) {
     return fact(c, &Network::ip_address);
 }
@@ -67,6 +76,7 @@ std::string connectedto(const FunctionCall& c) {
     return answer(c.engine, n ? n->connected_to(std::string(c.arg(1))) : std::nullopt,
                   "(connectedto) Connections are not available on this system");
 }
+
 std::string connectedhow(const FunctionCall& c) {
     Network* n = service(c.engine);
     return answer(c.engine, n ? n->connected_how(std::string(c.arg(1))) : std::nullopt,
@@ -96,34 +106,21 @@ std::string netusedel(const FunctionCall& c) {
         "(netusedel) " + kind_of(c) + " connections are not available on this system");
 }
 
-constexpr FunctionDef kRows[] = {
-    {"connectedto", connectedto},
-    {"connectedhow", connectedhow},
-    {"getnetdc", getnetdc},
-    {"getnetcomputername", getnetcomputername},
-    {"getnetcomputerdomain", getnetcomputerdomain},
-    {"getnetusername", getnetusername},
-    {"getnetuserdomain", getnetuserdomain},
-    {"getnetipaddress", getnetipaddress},
-    {"getnethostname", getnethostname},
-    {"netuse", netuse},
-    {"netusedel", netusedel},
-};
+}  // namespace functions
 
-}  // namespace
+namespace conditions {
 
-std::span<const FunctionDef> network_functions() {
-    return kRows;
-}
-
-// The group name as written, compared without regard to case; false on any failure.
-bool user_is_in_group(Engine& engine, const std::string& group) {
+// `if isingroup GROUP`: the group name as written, compared without regard to case; false on
+// any failure.
+bool isingroup(Engine& engine, const std::string& group, const std::string&) {
     Network* n = service(engine);
     if (!n || group.empty()) return false;
     const auto groups = n->user_groups();
     return groups && std::any_of(groups->begin(), groups->end(),
                                  [&](const std::string& g) { return text::iequals(g, group); });
 }
+
+}  // namespace conditions
 
 namespace statements {
 

@@ -1,11 +1,12 @@
 // The output window: the statements `print`, `printtofile`, `printwindow`, `pause`. They work
 // on the engine's output model; the host shows it.
+#include "bindings/output.hpp"
+
 #include <cmath>
 
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/registry_engine.hpp"
-#include "engine/statements.hpp"
 #include "ui/event_wait.hpp"
 #include "value/value.hpp"
 

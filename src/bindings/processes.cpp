@@ -1,7 +1,8 @@
 // Processes: the statements that start programs, open documents and shut the machine down.
+#include "bindings/processes.hpp"
+
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
-#include "engine/statements.hpp"
 #include "os/process_options.hpp"
 
 namespace quiller::statements {

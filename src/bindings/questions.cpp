@@ -1,4 +1,6 @@
 // Questions: the functions `ask`, `password` and `askyesno`, through the host's question window.
+#include "bindings/questions.hpp"
+
 #include "engine/engine.hpp"
 #include "expr/functions.hpp"
 
@@ -15,6 +17,10 @@ Question question(const FunctionCall& call, const char* kind) {
     return q;
 }
 
+}  // namespace
+
+namespace functions {
+
 std::string ask(const FunctionCall& call) {
     Question q = question(call, "text");
     if (call.line_has("password")) q.password_char.push_back('*');
@@ -25,16 +31,6 @@ std::string askyesno(const FunctionCall& call) {
     return call.engine.host().ask(question(call, "yesno"));
 }
 
-constexpr FunctionDef kQuestionFunctions[] = {
-    {"ask", ask},
-    {"password", ask},
-    {"askyesno", askyesno},
-};
-
-}  // namespace
-
-std::span<const FunctionDef> question_functions() {
-    return kQuestionFunctions;
-}
+}  // namespace functions
 
 }  // namespace quiller

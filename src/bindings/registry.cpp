@@ -1,40 +1,20 @@
 // The registry: the functions readreg, regvaluetype, enumregkeys and enumregvalues, the
 // condition tests regkeyexists and regvalueexists, and the statements writereg, delregkey,
 // delregvalue and loadreg.
+#include "bindings/registry.hpp"
+
 #include <cmath>
 
 #include "bindings/registry_load.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/registry_engine.hpp"
-#include "engine/statements.hpp"
-#include "expr/condition.hpp"
 #include "expr/functions.hpp"
 #include "os/registry.hpp"
 #include "value/value.hpp"
 
 namespace quiller {
 namespace {
-
-// readreg a1 key path, a2 value name: the value as text, empty when it doesn't exist.
-std::string readreg(const FunctionCall& c) {
-    RegistryOperations ops = registry_operations(c.engine);
-    Registry reg(ops);
-    reg.key = c.arg(1);
-    reg.value = c.arg(2);
-    reg.read_contents();
-    return reg.contents;
-}
-
-// regvaluetype a1 key path, a2 value name: REG_SZ ... or UNKNOWN; empty when it doesn't exist.
-std::string regvaluetype(const FunctionCall& c) {
-    RegistryOperations ops = registry_operations(c.engine);
-    Registry reg(ops);
-    reg.key = c.arg(1);
-    reg.value = c.arg(2);
-    reg.read_contents();
-    return reg.contents_type;
-}
 
 // The position of an enumeration, kept in the script variable named like the function.
 std::uint32_t position(Engine& engine, std::string_view variable) {
@@ -62,21 +42,44 @@ std::string enumerate(const FunctionCall& c) {
     return name;
 }
 
-constexpr FunctionDef kRegistryFunctions[] = {
-    {"readreg", readreg},
-    {"regvaluetype", regvaluetype},
-    {"enumregkeys", enumerate<true>},
-    {"enumregvalues", enumerate<false>},
-};
-
 }  // namespace
 
-std::span<const FunctionDef> registry_functions() {
-    return kRegistryFunctions;
+namespace functions {
+
+// readreg a1 key path, a2 value name: the value as text, empty when it doesn't exist.
+std::string readreg(const FunctionCall& c) {
+    RegistryOperations ops = registry_operations(c.engine);
+    Registry reg(ops);
+    reg.key = c.arg(1);
+    reg.value = c.arg(2);
+    reg.read_contents();
+    return reg.contents;
 }
 
+// regvaluetype a1 key path, a2 value name: REG_SZ ... or UNKNOWN; empty when it doesn't exist.
+std::string regvaluetype(const FunctionCall& c) {
+    RegistryOperations ops = registry_operations(c.engine);
+    Registry reg(ops);
+    reg.key = c.arg(1);
+    reg.value = c.arg(2);
+    reg.read_contents();
+    return reg.contents_type;
+}
+
+std::string enumregkeys(const FunctionCall& c) {
+    return enumerate<true>(c);
+}
+
+std::string enumregvalues(const FunctionCall& c) {
+    return enumerate<false>(c);
+}
+
+}  // namespace functions
+
+namespace conditions {
+
 // `if regkeyexists KEYPATH`: false, without a warning, when the key isn't there.
-bool registry_key_exists(Engine& engine, const std::string& path) {
+bool regkeyexists(Engine& engine, const std::string& path, const std::string&) {
     RegistryOperations ops = registry_operations(engine);
     Registry reg(ops);
     reg.key = path;
@@ -84,13 +87,15 @@ bool registry_key_exists(Engine& engine, const std::string& path) {
 }
 
 // `if regvalueexists KEYPATH VALUENAME`: VALUENAME DEFAULT is the key's default value.
-bool registry_value_exists(Engine& engine, const std::string& path, const std::string& name) {
+bool regvalueexists(Engine& engine, const std::string& path, const std::string& name) {
     RegistryOperations ops = registry_operations(engine);
     Registry reg(ops);
     reg.key = path;
     reg.value = name;
     return reg.value_exists();
 }
+
+}  // namespace conditions
 
 namespace statements {
 

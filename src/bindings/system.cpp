@@ -1,8 +1,9 @@
 // The system: the functions of free disk space, physical memory and temporary files, and the
 // statement `environment`. Numbers are whole byte counts in the general number form; a figure
 // the platform can't give is the empty text.
+#include "bindings/system.hpp"
+
 #include "engine/engine.hpp"
-#include "engine/statements.hpp"
 #include "expr/functions.hpp"
 #include "value/value.hpp"
 
@@ -12,6 +13,10 @@ namespace {
 std::string whole_number(std::int64_t n) {
     return value::format_general_number(static_cast<double>(n));
 }
+
+}  // namespace
+
+namespace functions {
 
 std::string diskspace(const FunctionCall& c) {
     const auto bytes = c.engine.platform().files->free_space(std::string(c.arg(1)));
@@ -36,16 +41,7 @@ std::string gettempfile(const FunctionCall& c) {
     return c.engine.platform().files->temp_file_name(std::string(c.arg(1)), c.line_has("create"));
 }
 
-constexpr FunctionDef kRows[] = {
-    {"diskspace", diskspace},   {"getmemtotal", getmemtotal}, {"getmemavail", getmemavail},
-    {"gettempdir", gettempdir}, {"gettempfile", gettempfile},
-};
-
-}  // namespace
-
-std::span<const FunctionDef> system_functions() {
-    return kRows;
-}
+}  // namespace functions
 
 namespace statements {
 

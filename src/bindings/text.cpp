@@ -11,6 +11,8 @@
 // sought is found at every character position of a non-empty text and nowhere else: `find`
 // gives the a3-th position (0 past the end), `findrev` the last position (the length of a1),
 // and both give 0 in an empty text.
+#include "bindings/text.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -28,6 +30,7 @@ namespace {
 
 // Limits of the platform's whole-number types.
 constexpr std::int64_t kIntMin = -32768, kIntMax = 32767;
+
 constexpr std::int64_t kLongMin = -2147483648LL, kLongMax = 2147483647LL;
 
 // The number read from the leading characters of `s`, rounded half to even as the platform's
@@ -44,43 +47,6 @@ std::int64_t whole_number(std::string_view s, std::int64_t min, std::int64_t max
 // character, a negative length, a character code outside 0..255, `asc` of an empty text).
 ScriptFailure invalid_argument() {
     return {"Invalid procedure call or argument", 5, {}};
-}
-
-std::string len(const FunctionCall& call) {
-    return std::to_string(text::char_count(call.arg(1)));
-}
-
-// a1 from the 1-based start a2, a3 characters long (an empty a3: the rest). A start before the
-// first character or a negative length is an invalid argument; a start past the end gives "".
-std::string mid(const FunctionCall& call) {
-    const std::string_view s = call.arg(1);
-    const std::int64_t start = whole_number(call.arg(2), kLongMin, kLongMax);
-    if (start < 1) throw invalid_argument();
-    const std::string_view rest = s.substr(text::byte_offset_of_char(s, start - 1));
-    if (call.arg(3).empty()) return std::string(rest);
-    const std::int64_t length = whole_number(call.arg(3), kLongMin, kLongMax);
-    if (length < 0) throw invalid_argument();
-    return std::string(rest.substr(0, text::byte_offset_of_char(rest, length)));
-}
-
-std::string lcase(const FunctionCall& call) {
-    return text::to_lower(call.arg(1));
-}
-
-std::string ucase(const FunctionCall& call) {
-    return text::to_upper(call.arg(1));
-}
-
-std::string trim(const FunctionCall& call) {
-    return std::string(text::trim(call.arg(1)));
-}
-
-// Every occurrence of a2, found without regard to case, is replaced by a3. An empty a2 leaves
-// a1 as it is.
-std::string replacestring(const FunctionCall& call) {
-    std::string s(call.arg(1));
-    text::replace_all(s, call.arg(2), call.arg(3));
-    return s;
 }
 
 // --- Character codes ----------------------------------------------------------------------
@@ -149,30 +115,6 @@ std::string shift(std::string_view s, std::string_view key_text, bool forward) {
     return out;
 }
 
-// The code of the first character of a1; an empty a1 is an invalid argument.
-std::string asc(const FunctionCall& call) {
-    const std::string_view s = call.arg(1);
-    if (s.empty()) throw invalid_argument();
-    return std::to_string(code_of(s.substr(0, text::byte_offset_of_char(s, 1))));
-}
-
-// The character of code a1 (0 gives a NUL character); "" when a1 is not a number.
-std::string chr(const FunctionCall& call) {
-    const std::string_view a1 = call.arg(1);
-    if (!value::is_numeric(a1)) return {};
-    const std::int64_t code = whole_number(a1, kLongMin, kLongMax);
-    if (code < 0 || code > 255) throw invalid_argument();
-    return code_page()[code];
-}
-
-std::string encode(const FunctionCall& call) {
-    return shift(call.arg(1), call.arg(2), true);
-}
-
-std::string decode(const FunctionCall& call) {
-    return shift(call.arg(1), call.arg(2), false);
-}
-
 // --- Searching -----------------------------------------------------------------------------
 
 constexpr std::size_t npos = std::string::npos;
@@ -230,6 +172,71 @@ std::size_t match_end(std::string_view s, std::size_t hit, std::string_view sep)
     return end;
 }
 
+}  // namespace
+
+namespace functions {
+
+std::string len(const FunctionCall& call) {
+    return std::to_string(text::char_count(call.arg(1)));
+}
+
+// a1 from the 1-based start a2, a3 characters long (an empty a3: the rest). A start before the
+// first character or a negative length is an invalid argument; a start past the end gives "".
+std::string mid(const FunctionCall& call) {
+    const std::string_view s = call.arg(1);
+    const std::int64_t start = whole_number(call.arg(2), kLongMin, kLongMax);
+    if (start < 1) throw invalid_argument();
+    const std::string_view rest = s.substr(text::byte_offset_of_char(s, start - 1));
+    if (call.arg(3).empty()) return std::string(rest);
+    const std::int64_t length = whole_number(call.arg(3), kLongMin, kLongMax);
+    if (length < 0) throw invalid_argument();
+    return std::string(rest.substr(0, text::byte_offset_of_char(rest, length)));
+}
+
+std::string lcase(const FunctionCall& call) {
+    return text::to_lower(call.arg(1));
+}
+
+std::string ucase(const FunctionCall& call) {
+    return text::to_upper(call.arg(1));
+}
+
+std::string trim(const FunctionCall& call) {
+    return std::string(text::trim(call.arg(1)));
+}
+
+// Every occurrence of a2, found without regard to case, is replaced by a3. An empty a2 leaves
+// a1 as it is.
+std::string replacestring(const FunctionCall& call) {
+    std::string s(call.arg(1));
+    text::replace_all(s, call.arg(2), call.arg(3));
+    return s;
+}
+
+// The code of the first character of a1; an empty a1 is an invalid argument.
+std::string asc(const FunctionCall& call) {
+    const std::string_view s = call.arg(1);
+    if (s.empty()) throw invalid_argument();
+    return std::to_string(code_of(s.substr(0, text::byte_offset_of_char(s, 1))));
+}
+
+// The character of code a1 (0 gives a NUL character); "" when a1 is not a number.
+std::string chr(const FunctionCall& call) {
+    const std::string_view a1 = call.arg(1);
+    if (!value::is_numeric(a1)) return {};
+    const std::int64_t code = whole_number(a1, kLongMin, kLongMax);
+    if (code < 0 || code > 255) throw invalid_argument();
+    return code_page()[code];
+}
+
+std::string encode(const FunctionCall& call) {
+    return shift(call.arg(1), call.arg(2), true);
+}
+
+std::string decode(const FunctionCall& call) {
+    return shift(call.arg(1), call.arg(2), false);
+}
+
 // The position of the a3-th occurrence of a2 in a1 (empty a3: the first), overlapping
 // occurrences counting; 0 when there are fewer or a3 is 0 or less. A non-empty a4 makes the
 // first search start at position a3 instead of 1: a3 then is both the start and the count.
@@ -277,20 +284,6 @@ std::string word(const FunctionCall& call) {
     return std::string(s.substr(from, hit == npos ? npos : hit - from));
 }
 
-constexpr std::array kRows = {
-    FunctionDef{"asc", asc},       FunctionDef{"chr", chr},
-    FunctionDef{"decode", decode}, FunctionDef{"encode", encode},
-    FunctionDef{"find", find},     FunctionDef{"findrev", findrev},
-    FunctionDef{"lcase", lcase},   FunctionDef{"len", len},
-    FunctionDef{"mid", mid},       FunctionDef{"replacestring", replacestring},
-    FunctionDef{"trim", trim},     FunctionDef{"ucase", ucase},
-    FunctionDef{"word", word},
-};
-
-}  // namespace
-
-std::span<const FunctionDef> text_functions() {
-    return kRows;
-}
+}  // namespace functions
 
 }  // namespace quiller

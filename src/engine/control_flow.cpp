@@ -1,11 +1,11 @@
 // Control flow: the line finder and the block statements. Blocks keep no stack: each statement
 // that needs its partner searches the program table, counting nesting; results are cached until
 // the table grows.
-#include "value/text.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/statements.hpp"
 #include "expr/condition.hpp"
+#include "value/text.hpp"
 
 namespace quiller {
 namespace {
@@ -31,16 +31,19 @@ const char* missing_text(BlockKind kind) {
 std::optional<int> Engine::search(BlockKind kind, std::string_view name, int start,
                                   int first_line) {
     const int count = program_.count();
-    auto kw = [&](int n) -> const std::string& { return program_.line(n).keyword; };
+    auto is = [&](int n, Trait role) {
+        const StatementRow* row = program_.line(n).statement;
+        return row && row->has(role);
+    };
     switch (kind) {
         case BlockKind::Repeat:
         case BlockKind::While: {
-            const char* opener = kind == BlockKind::Repeat ? "repeat" : "while";
-            const char* closer = kind == BlockKind::Repeat ? "until" : "endwhile";
+            const Trait opener = kind == BlockKind::Repeat ? kOpensRepeat : kOpensWhile;
+            const Trait closer = kind == BlockKind::Repeat ? kClosesRepeat : kClosesWhile;
             int depth = 1;
             for (int n = std::min(start, count); n >= 1; --n) {
-                if (kw(n) == closer) ++depth;
-                if (kw(n) == opener && --depth == 0) return n - 1;
+                if (is(n, closer)) ++depth;
+                if (is(n, opener) && --depth == 0) return n - 1;
             }
             return std::nullopt;
         }
@@ -49,30 +52,28 @@ std::optional<int> Engine::search(BlockKind kind, std::string_view name, int sta
             // found, as scripts written for this language have always seen it.
             int depth = 1;
             for (int n = std::max(start, 1); n < count; ++n) {
-                if (kw(n) == "while") ++depth;
-                if (kw(n) == "endwhile" && --depth == 0) return n;
+                if (is(n, kOpensWhile)) ++depth;
+                if (is(n, kClosesWhile) && --depth == 0) return n;
             }
             return std::nullopt;
         }
         case BlockKind::EndIf: {
             int depth = 0;
             for (int n = std::max(start, 1); n <= count; ++n) {
-                const std::string& k = kw(n);
-                if (k == "if" || k == "ifnot") {
+                if (is(n, kOpensIf)) {
                     ++depth;
-                } else if (k == "endif" || k == "else") {
+                } else if (is(n, kClosesIf) || is(n, kElse)) {
                     if (depth == 0) return n;
-                    if (k == "endif") --depth;
+                    if (is(n, kClosesIf)) --depth;
                 }
             }
             return std::nullopt;
         }
         case BlockKind::Goto:
         case BlockKind::Sub: {
-            const char* keyword = kind == BlockKind::Goto ? "label" : "sub";
+            const Trait role = kind == BlockKind::Goto ? kLabel : kSub;
             for (int n = std::max(first_line, 1); n <= count; ++n) {
-                if (kw(n) == keyword && text::to_lower(program_.line(n).arguments) == name)
-                    return n;
+                if (is(n, role) && text::to_lower(program_.line(n).arguments) == name) return n;
             }
             return std::nullopt;
         }
@@ -114,7 +115,7 @@ void Engine::push_frame(std::string name, int return_line) {
                      Severity::Fatal, failures::out_of_stack().platform_text());
         return;
     }
-    call_stack_.push_back({std::move(name), "sub", return_line});
+    call_stack_.push_back({std::move(name), return_line});
 }
 
 void Engine::return_from_sub() {

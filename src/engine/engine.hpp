@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "engine/file_table.hpp"
+#include "engine/language.hpp"
 #include "engine/program.hpp"
 #include "engine/splitter.hpp"
 #include "engine/variables.hpp"
@@ -30,7 +31,6 @@ inline constexpr std::string_view kLineBreak = "\n";
 
 struct CallFrame {
     std::string name;
-    std::string kind;
     int return_line = 0;
 };
 
@@ -39,7 +39,7 @@ enum class BlockKind { Repeat, EndWhile, While, EndIf, Goto, Sub };
 
 class Engine {
   public:
-    Engine(Host& host, Platform& platform);
+    Engine(Host& host, Platform& platform, const Language& language);
 
     // Start-up: runs the script named on `command_line` (script file, then parameters).
     // Returns the process exit status.
@@ -48,6 +48,7 @@ class Engine {
     // --- Services for statements and functions -------------------------------------------
     Host& host() { return host_; }
     Platform& platform() { return platform_; }
+    const Language& language() const { return language_; }
     VariableTable& variables() { return variables_; }
     OutputModel& output() { return output_; }
     FileTable& files() { return files_; }
@@ -67,13 +68,16 @@ class Engine {
 
     // --- State of the statement being run -----------------------------------------------
     Slots& slots() { return slots_; }
+    // The option words of the statement's row that its option text holds, blank-separated: a
+    // statement sees only the words its row lists.
     const std::string& options() const { return options_; }
-    bool has_option(std::string_view word) const {
-        return options_.find(word) != std::string::npos;
-    }
+    bool has_option(std::string_view word) const;
     const std::string& keyword() const { return keyword_; }
     const std::string& arguments() const { return arguments_; }
     bool quiet() const { return quiet_; }
+    // "(DoPrg) keyword is not available yet": a statement of a later release, or one whose
+    // service this system lacks.
+    void report_not_available();
 
     int current_line() const { return current_line_; }
     ProgramLine& current_program_line() { return program_.line(current_line_); }
@@ -118,9 +122,11 @@ class Engine {
     void debugger_stop();
     const std::vector<std::string>& debug_listing_lines();
     void prepare_line(ProgramLine& line);
+    void read_options();
 
     Host& host_;
     Platform& platform_;
+    const Language& language_;
     std::string version_;
     std::string script_full_;
     std::string script_name_;
@@ -141,8 +147,10 @@ class Engine {
     std::uint32_t listing_generation_ = 0;
 
     Slots slots_;
+    std::string option_text_;
     std::string options_;
     std::string keyword_;
+    const StatementRow* row_ = nullptr;  // of keyword_; null when it is unknown
     std::string arguments_;
     std::unordered_map<std::uint64_t, int> findline_cache_;
     std::uint32_t findline_generation_ = 0;

@@ -33,8 +33,4 @@ void errorshow(Engine& e) {
     e.set_error_display(text::to_lower(e.slots()[1]) == "on");
 }
 
-void not_available(Engine& e) {
-    e.report_error("(DoPrg) " + e.keyword() + " is not available yet", Severity::Warning);
-}
-
 }  // namespace quiller::statements

@@ -1,8 +1,8 @@
 // The one failure channel: the error log record, the hand-over to the script's on_error
 // subroutine, and the error window.
+#include "engine/engine.hpp"
 #include "value/text.hpp"
 #include "value/value.hpp"
-#include "engine/engine.hpp"
 
 namespace quiller {
 namespace {
@@ -39,7 +39,7 @@ void Engine::report_error(std::string_view message, Severity severity,
     write_log_record(message, severity, statement, platform_text, window_note);
     hand_over_to_on_error(message, severity, statement, platform_text);
 
-    if (error_display_ && !(keyword_ == "md" && quiet_)) {
+    if (error_display_ && !(row_ && row_->has(kQuietHidesErrors) && quiet_)) {
         std::string text;
         if (!window_note.empty()) {
             text = window_note;

@@ -1,10 +1,9 @@
 // The interpreter loop: substitutes, splits and dispatches one program line after another.
-#include "value/text.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
-#include "engine/statements.hpp"
 #include "expr/condition.hpp"
 #include "ui/debug_model.hpp"
+#include "value/text.hpp"
 
 namespace quiller {
 
@@ -55,7 +54,7 @@ void Engine::prepare_arguments(ProgramLine& line, bool silent, std::string& out)
     }
     const std::string args =
         line.arguments_have_env ? substitute(line.arguments, '%', silent) : line.arguments;
-    if (line.keyword != "set") {
+    if (!(line.statement && line.statement->has(kAssignment))) {
         out = substitute(args, '$', silent);
         return;
     }
@@ -78,32 +77,31 @@ std::string Engine::statement_text(int line_number) {
 
 void Engine::execute_line() {
     ProgramLine& line = program_.line(current_line_);
-    int statement = line.statement;
     if (line.keyword_has_env) {
         keyword_ = substitute(line.keyword, '%');
-        statement = find_statement(keyword_);
+        row_ = language_.statement(keyword_);
     } else {
         keyword_ = line.keyword;
+        row_ = line.statement;
     }
     prepare_arguments(line, false, arguments_);
 
     if (debug_mode_) debugger_stop();
 
-    if (keyword_ == "if" || keyword_ == "while" || keyword_ == "until") {
-        if (normalise_condition(keyword_, arguments_)) statement = find_statement(keyword_);
-    }
-    split_arguments(arguments_, keyword_ == "set", slots_, options_);
-    if (!options_.empty()) options_ = text::to_lower(options_);
-    quiet_ = options_.find("quiet") != std::string::npos;
+    if (row_ && row_->has(kCondition) && normalise_condition(keyword_, arguments_))
+        row_ = language_.statement(keyword_);
+    split_arguments(arguments_, row_ && row_->has(kAssignment), slots_, option_text_);
+    read_options();
 
-    if (statement < 0) {
+    if (!row_) {
         report_error("(DoPrg) " + keyword_ + " " + slots_[1] + " " + slots_[2] +
                          " :Unrecognized command '" + keyword_ + "'",
                      Severity::Warning);
         return;
     }
+    if (!row_->run) return report_not_available();
     try {
-        statement_table()[statement].run(*this);
+        row_->run(*this);
     } catch (const ScriptFailure& failure) {
         const std::string message = failure.message.empty()
                                         ? "(DoPrg) Run-time error in '" + keyword_ + "'"
@@ -123,6 +121,39 @@ const std::vector<std::string>& Engine::debug_listing_lines() {
         listing_generation_ = program_.generation();
     }
     return listing_;
+}
+
+// Quiet mode, and the option words of the row found in the option text (containment: a word
+// inside a longer one also counts).
+void Engine::read_options() {
+    options_.clear();
+    if (option_text_.empty()) {
+        quiet_ = false;
+        return;
+    }
+    option_text_ = text::to_lower(option_text_);
+    quiet_ = option_text_.find("quiet") != std::string::npos;
+    if (!row_) return;
+    for (std::string_view words = row_->options; !words.empty();) {
+        const std::string_view word = words.substr(0, words.find(' '));
+        words.remove_prefix(std::min(words.size(), word.size() + 1));
+        if (option_text_.find(word) == std::string::npos) continue;
+        if (!options_.empty()) options_ += ' ';
+        options_ += word;
+    }
+}
+
+bool Engine::has_option(std::string_view word) const {
+    for (std::string_view found = options_; !found.empty();) {
+        const std::string_view w = found.substr(0, found.find(' '));
+        if (w == word) return true;
+        found.remove_prefix(std::min(found.size(), w.size() + 1));
+    }
+    return false;
+}
+
+void Engine::report_not_available() {
+    report_error("(DoPrg) " + keyword_ + " is not available yet", Severity::Warning);
 }
 
 void Engine::debugger_stop() {

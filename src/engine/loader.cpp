@@ -1,9 +1,8 @@
 // Script loading: reads a .prg file into the program table, normalising every line to
 // keyword + arguments, and enters the script's main subroutine.
-#include "value/text.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
-#include "engine/statements.hpp"
+#include "value/text.hpp"
 
 namespace quiller {
 namespace {
@@ -45,9 +44,9 @@ void for_each_line(std::string_view content, Fn&& fn) {
 void Engine::prepare_line(ProgramLine& line) {
     line.keyword_has_env = line.keyword.find('%') != std::string::npos;
     line.arguments_have_env = line.arguments.find('%') != std::string::npos;
-    line.statement = line.keyword_has_env ? -1 : find_statement(line.keyword);
+    line.statement = line.keyword_has_env ? nullptr : language_.statement(line.keyword);
     std::string_view args = line.arguments;
-    if (line.keyword == "set") {
+    if (line.statement && line.statement->has(kAssignment)) {
         // The target's own reference (up to the second "$") is kept as a name.
         const std::size_t first = args.find('$');
         const std::size_t second =

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/language.hpp"
 #include "engine/substitution.hpp"
 
 namespace quiller {
@@ -13,9 +14,9 @@ namespace quiller {
 inline constexpr int kMaxLines = 32767;  // line numbers are 16-bit signed
 
 struct ProgramLine {
-    std::string keyword;    // lower case
-    std::string arguments;  // as written
-    int statement = -1;     // index into the statement table; -1 when unknown
+    std::string keyword;                      // lower case
+    std::string arguments;                    // as written
+    const StatementRow* statement = nullptr;  // null when unknown or named through "%"
     bool keyword_has_env = false;
     bool arguments_have_env = false;
     // Variable substitution of the arguments, prepared at load time (see SubstitutionTemplate).

@@ -1,12 +1,12 @@
 // Start-up: the engine's state, the command line, the start-up variables, and the end of a run.
 #include <chrono>
 
-#include "value/text.hpp"
-#include "value/value.hpp"
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "engine/registry_engine.hpp"
 #include "ui/window_placement.hpp"
+#include "value/text.hpp"
+#include "value/value.hpp"
 #include "version.hpp"
 
 // The program's settings in the registry (kSettingsKey): "LastPrg", the script last chosen in
@@ -14,9 +14,10 @@
 // remembered).
 namespace quiller {
 
-Engine::Engine(Host& host, Platform& platform)
+Engine::Engine(Host& host, Platform& platform, const Language& language)
     : host_(host),
       platform_(platform),
+      language_(language),
       version_(std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +
                std::to_string(kVersionRevision)),
       output_(kLineBreak) {

@@ -1,10 +1,8 @@
 #include "expr/condition.hpp"
 
-#include <cmath>
-
+#include "engine/engine.hpp"
 #include "value/text.hpp"
 #include "value/value.hpp"
-#include "engine/engine.hpp"
 
 namespace quiller {
 namespace {
@@ -79,41 +77,35 @@ int compare_operands(std::string_view a, std::string_view b, int year) {
 }
 
 bool eval_boolean(Engine& engine, const Slots& words) {
-    const std::string test = text::to_lower(words[1]);
-    const std::string& a = words[2];
-    const std::string& b = words[3];
-    FileSystem& files = *engine.platform().files;
-
-    if (test == "fileexists") return !a.empty() && files.any_ordinary_file(a);
-    if (test == "direxists") {
-        const auto st = files.status(a);
-        return st && (st->attributes & kAttrDirectory);
-    }
-    if (test == "filesame") {
-        const auto s1 = files.status(a);
-        const auto s2 = files.status(b);
-        return s1 && s2 && std::llabs(s1->modified - s2->modified) < 5 && s1->size == s2->size;
-    }
-    if (test == "regkeyexists") return registry_key_exists(engine, a);
-    if (test == "regvalueexists") return registry_value_exists(engine, a, b);
-    if (test == "isingroup") return user_is_in_group(engine, a);
-
-    int order = 0;
-    const bool comparison = test == "equal" || test == "notequal" || test == "lessthan" ||
-                            test == "lessthanorequal" || test == "greaterthan" ||
-                            test == "greaterthanorequal";
-    if (comparison) order = compare_operands(a, b, engine.current_year());
-    if (test == "equal") return order == 0;
-    if (test == "notequal") return order != 0;
-    if (test == "lessthan") return order < 0;
-    if (test == "lessthanorequal") return order <= 0;
-    if (test == "greaterthan") return order > 0;
-    if (test == "greaterthanorequal") return order >= 0;
-
+    if (const ConditionTestRow* row = engine.language().test(text::to_lower(words[1])))
+        return row->run(engine, words[2], words[3]);
     engine.report_error(
-        "(EvalBoolean) : " + words[1] + " " + a + " " + b + " :Unrecognized command",
+        "(EvalBoolean) : " + words[1] + " " + words[2] + " " + words[3] + " :Unrecognized command",
         Severity::Warning);
     return false;
 }
+
+namespace conditions {
+
+bool equal(Engine& e, const std::string& a, const std::string& b) {
+    return compare_operands(a, b, e.current_year()) == 0;
+}
+bool notequal(Engine& e, const std::string& a, const std::string& b) {
+    return compare_operands(a, b, e.current_year()) != 0;
+}
+bool lessthan(Engine& e, const std::string& a, const std::string& b) {
+    return compare_operands(a, b, e.current_year()) < 0;
+}
+bool lessthanorequal(Engine& e, const std::string& a, const std::string& b) {
+    return compare_operands(a, b, e.current_year()) <= 0;
+}
+bool greaterthan(Engine& e, const std::string& a, const std::string& b) {
+    return compare_operands(a, b, e.current_year()) > 0;
+}
+bool greaterthanorequal(Engine& e, const std::string& a, const std::string& b) {
+    return compare_operands(a, b, e.current_year()) >= 0;
+}
+
+}  // namespace conditions
 
 }  // namespace quiller

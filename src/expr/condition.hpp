@@ -14,16 +14,21 @@ class Engine;
 // word changed.
 bool normalise_condition(std::string& command, std::string& condition);
 
-// Runs the named test of slots 1..3 (test, operand A, operand B).
+// Runs the condition test named in slot 1 on operands A and B (slots 2 and 3).
 bool eval_boolean(Engine& engine, const Slots& words);
-
-// The tests that ask a service: false on any failure. Implemented with their services.
-bool registry_key_exists(Engine& engine, const std::string& path);
-bool registry_value_exists(Engine& engine, const std::string& path, const std::string& name);
-bool user_is_in_group(Engine& engine, const std::string& group);
 
 // How two operands compare under the condition rules: date, then text, then number.
 // Returns <0, 0 or >0.
 int compare_operands(std::string_view a, std::string_view b, int current_year);
+
+// The comparison tests, the words that normalise_condition writes for "=", "<>" and the others.
+namespace conditions {
+bool equal(Engine&, const std::string& a, const std::string& b);
+bool greaterthan(Engine&, const std::string& a, const std::string& b);
+bool greaterthanorequal(Engine&, const std::string& a, const std::string& b);
+bool lessthan(Engine&, const std::string& a, const std::string& b);
+bool lessthanorequal(Engine&, const std::string& a, const std::string& b);
+bool notequal(Engine&, const std::string& a, const std::string& b);
+}  // namespace conditions
 
 }  // namespace quiller

@@ -3,9 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "main/command_line.hpp"
-#include "hosts/console/console_host.hpp"
+#include "bindings/language.hpp"
 #include "engine/engine.hpp"
+#include "hosts/console/console_host.hpp"
+#include "main/command_line.hpp"
 
 #ifdef _WIN32
 #include "os/win32/win32_console.hpp"
@@ -32,6 +33,6 @@ std::string command_line([[maybe_unused]] int argc, [[maybe_unused]] char** argv
 int main(int argc, char** argv) {
     quiller::ConsoleHost host(stdout, stderr, stdin);
     quiller::Platform platform = quiller::make_platform();
-    quiller::Engine engine(host, platform);
+    quiller::Engine engine(host, platform, quiller::standard_language());
     return engine.run(command_line(argc, argv));
 }

@@ -104,13 +104,13 @@ TEST(Loader, LineLimit) {
 
 TEST(Startup, ChoosingAScript) {
     Harness none;
-    Engine engine(none.host, none.platform);
+    Engine engine(none.host, none.platform, standard_language());
     EXPECT_EQ(engine.run(""), 2);
 
     Harness chosen;
     chosen.files->files["picked.prg"] = "sub main\nprint $param_count$\nendsub\n";
     chosen.host.chosen_script = "picked";
-    Engine engine2(chosen.host, chosen.platform);
+    Engine engine2(chosen.host, chosen.platform, standard_language());
     EXPECT_EQ(engine2.run(""), 0);
     EXPECT_EQ(chosen.host.printed, std::vector<std::string>{"0"});
     EXPECT_TRUE(chosen.log().empty());

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "bindings/language.hpp"
 #include "engine/engine.hpp"
 
 namespace quiller {
@@ -70,7 +71,7 @@ class FileOperationStatements : public ::testing::Test {
     void run(const std::string& body) {
         write("job.prg", "sub main\n" + body + "endsub\n");
         Platform platform = make_platform();
-        Engine engine(host, platform);
+        Engine engine(host, platform, standard_language());
         engine.run((dir / "job.prg").string() + " " + dir.string());
     }
 

@@ -137,7 +137,7 @@ TEST_F(PosixFiles, WritingToAFullDeviceFailsAndIsReported) {
     ScriptedHost host;
     Platform platform = make_platform();
     platform.registry = make_memory_registry_store();
-    with_tmpdir([&] { EXPECT_EQ(Engine(host, platform).run(path("job.prg")), 0); });
+    with_tmpdir([&] { EXPECT_EQ(Engine(host, platform, standard_language()).run(path("job.prg")), 0); });
     ASSERT_EQ(host.errors.size(), 1u);
     EXPECT_NE(host.errors[0].text.find("Line 3= filewrite 1 \"text\"\n"
                                        "From Quiller : (DoPrg) Run-time error in 'filewrite'\n"

@@ -10,7 +10,7 @@
 #include <cstdio>
 
 #include "value/text.hpp"
-#include "expr/condition.hpp"
+#include "bindings/network.hpp"
 #include "scripted_host.hpp"
 #include "os/posix/posix_network.hpp"
 
@@ -28,9 +28,9 @@ TEST(PosixGroups, PrimaryGroupIsListedAndFoundWithoutCase) {
 
     Harness h;
     h.platform.network = make_network();
-    Engine engine(h.host, h.platform);
-    EXPECT_TRUE(user_is_in_group(engine, text::to_upper(name)));
-    EXPECT_FALSE(user_is_in_group(engine, ""));
+    Engine engine(h.host, h.platform, standard_language());
+    EXPECT_TRUE(conditions::isingroup(engine, text::to_upper(name), {}));
+    EXPECT_FALSE(conditions::isingroup(engine, "", {}));
     EXPECT_TRUE(h.host.errors.empty());
 }
 

@@ -68,14 +68,14 @@ TEST(RegistryInARun, LastPrgIsOfferedAndStored) {
 
     h.host.chosen_script = "picked";
     h.files->files["picked.prg"] = "sub main\nendsub\n";
-    Engine engine(h.host, h.platform);
+    Engine engine(h.host, h.platform, standard_language());
     EXPECT_EQ(engine.run(""), 0);
     EXPECT_EQ(h.host.offered_script, "old.prg");
     EXPECT_EQ(ops.read_reg("HKEY_CURRENT_USER\\Software\\Quiller", "LastPrg"), "picked");
 
     // A script named on the command line is not remembered.
     h.files->files["other.prg"] = "sub main\nendsub\n";
-    Engine named(h.host, h.platform);
+    Engine named(h.host, h.platform, standard_language());
     EXPECT_EQ(named.run("other.prg"), 0);
     EXPECT_EQ(ops.read_reg("HKEY_CURRENT_USER\\Software\\Quiller", "LastPrg"), "picked");
 }

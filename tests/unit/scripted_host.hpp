@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "value/value.hpp"
+#include "bindings/language.hpp"
 #include "engine/engine.hpp"
 #include "ui/host.hpp"
 
@@ -154,7 +155,7 @@ struct Harness {
     // Runs `script` saved as job.prg with the given parameters; returns the exit status.
     int run(const std::string& script, const std::string& params = {}) {
         files->files["job.prg"] = script;
-        Engine engine(host, platform);
+        Engine engine(host, platform, standard_language());
         return engine.run("job.prg " + params);
     }
     std::string log() { return lf(files->files["/tmp/ql_err.txt"]); }

@@ -12,15 +12,15 @@ namespace {
 // Calls `name` with the given (already unquoted) arguments.
 std::string call(const std::string& name, std::initializer_list<std::string> args) {
     Harness h;
-    Engine engine(h.host, h.platform);
+    Engine engine(h.host, h.platform, standard_language());
     Slots words;
     words[1] = "$r$";
     words[2] = name;
     int i = 3;
     for (const std::string& a : args) words[i++] = a;
-    const FunctionDef* f = find_function(name);
+    const FunctionRow* f = engine.language().function(name);
     EXPECT_NE(f, nullptr) << name;
-    return f->run(FunctionCall{engine, words, "set $r$ " + name});
+    return f->run(FunctionCall{engine, words, "set $r$ " + name, f->arity});
 }
 
 int failure_number(const std::string& name, std::initializer_list<std::string> args) {
