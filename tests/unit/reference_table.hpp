@@ -1,5 +1,6 @@
-// Reads the tab-separated reference tables of tests/reference: one row per line, the first line
-// naming the columns.
+// Reads the tab-separated tables of tests/reference (the platform's answers: one row per line,
+// the first line naming the columns) and of tests/unit/cases (cases of our own: "#" starts a
+// comment line, \x{NN} in a cell is the byte NN).
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#ifndef QUILLER_REFERENCE_DIR
-#error "QUILLER_REFERENCE_DIR must name the directory of the reference tables"
+#if !defined(QUILLER_REFERENCE_DIR) || !defined(QUILLER_CASES_DIR)
+#error "QUILLER_REFERENCE_DIR and QUILLER_CASES_DIR must name the directories of the tables"
 #endif
 
 namespace quiller::test {
@@ -21,21 +22,43 @@ struct ReferenceRow {
     std::vector<std::string> cells;
 };
 
-// Rows of `file` (header skipped), split at tabs. An empty vector when the file can't be read.
-inline std::vector<ReferenceRow> load_reference(const std::string& file) {
-    std::ifstream in(std::string(QUILLER_REFERENCE_DIR) + "/" + file, std::ios::binary);
+inline std::string unescape_cell(const std::string& cell) {
+    std::string out;
+    for (std::size_t i = 0; i < cell.size(); ++i) {
+        if (cell.compare(i, 3, "\\x{") == 0 && i + 6 <= cell.size() && cell[i + 5] == '}') {
+            out += static_cast<char>(std::stoi(cell.substr(i + 3, 2), nullptr, 16));
+            i += 5;
+        } else {
+            out += cell[i];
+        }
+    }
+    return out;
+}
+
+// Rows of a table, split at tabs. An empty vector when the file can't be read.
+inline std::vector<ReferenceRow> load_table(const std::string& path, bool is_case_table) {
+    std::ifstream in(path, std::ios::binary);
     std::vector<ReferenceRow> rows;
     std::string line;
     for (int n = 1; std::getline(in, line); ++n) {
-        if (n == 1) continue;
         if (!line.empty() && line.back() == '\r') line.pop_back();
+        if (is_case_table ? line.empty() || line[0] == '#' : n == 1) continue;
         ReferenceRow row{n, {}};
         std::istringstream cells(line);
-        for (std::string cell; std::getline(cells, cell, '\t');) row.cells.push_back(cell);
+        for (std::string cell; std::getline(cells, cell, '\t');)
+            row.cells.push_back(is_case_table ? unescape_cell(cell) : cell);
         if (!line.empty() && line.back() == '\t') row.cells.emplace_back();
         rows.push_back(std::move(row));
     }
     return rows;
+}
+
+inline std::vector<ReferenceRow> load_reference(const std::string& file) {
+    return load_table(std::string(QUILLER_REFERENCE_DIR) + "/" + file, false);
+}
+
+inline std::vector<ReferenceRow> load_cases(const std::string& file) {
+    return load_table(std::string(QUILLER_CASES_DIR) + "/" + file, true);
 }
 
 // A number column of a table, read exactly.
