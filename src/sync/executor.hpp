@@ -1,0 +1,81 @@
+// Carries out an action list on the target tree, in the list's order. Copies are written to a
+// temporary name in the target folder and renamed over the real name, so a real name always
+// holds a whole file; a run that is killed leaves at most temporaries, which the next run
+// removes. A failed action is reported and the run goes on; the source is only ever read.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "os/file_operations.hpp"
+#include "os/mirror_files.hpp"
+#include "sync/actions.hpp"
+#include "sync/listing.hpp"
+
+namespace quiller::sync {
+
+// The temporaries of copies under way: "." + "~qlsync-" + hex digits + ".tmp".
+bool is_temporary_name(std::string_view last_component);
+
+// The root joined with a relative name by the platform's separator.
+std::string join_path(std::string_view root, std::string_view name);
+
+class ExecutionObserver {
+  public:
+    virtual ~ExecutionObserver() = default;
+    // An action ended: `error` 0 when it was done, else the platform's code.
+    virtual void action_ended(const Action& action, std::string_view path, int error) = 0;
+    // Between two actions (`done` of them ended); the only place a run may be stopped.
+    virtual void between_actions(std::int64_t done, std::string_view path) = 0;
+};
+
+struct ExecutionCounts {
+    std::array<std::int64_t, kActionKinds> done{};
+    std::int64_t failed = 0;
+    std::int64_t skipped = 0;  // deletions left out
+    std::int64_t bytes = 0;    // copied
+};
+
+class Executor {
+  public:
+    Executor(const MergeSide& source, const MergeSide& target, FileOperations& ops,
+             MirrorFiles& files, ExecutionObserver& observer);
+
+    // Runs the actions; without `deletions`, "del" and "rd" are skipped.
+    void run(const ActionList& list, bool deletions);
+
+    const ExecutionCounts& counts() const { return counts_; }
+    // The target's listing as the run left it (sorted): what a rescan would find.
+    Listing target_after(const ActionList& list) const;
+    // The full path of an action on the target (its new name for a copy or a folder made).
+    std::string target_path(const Action& action) const;
+
+  private:
+    int execute(const Action& a, const std::string& path);
+    int copy(const std::string& from, const std::string& to);
+    int remove_file(const std::string& path);
+    int remove_directory(const std::string& path);
+    int rename(const Action& a, const std::string& path);
+    int attrib(const Action& a, const std::string& path);
+    int with_write_access(const std::string& path, int error,
+                          bool (FileOperations::*retry)(const std::string&, int&));
+    // A name as it now stands in the target, after the folders renamed so far.
+    std::string on_disk(std::string_view name) const;
+
+    const Listing& source_;
+    const Listing& target_;
+    std::string source_root_;
+    std::string target_root_;
+    FileOperations& ops_;
+    MirrorFiles& files_;
+    ExecutionObserver& observer_;
+    ExecutionCounts counts_;
+    std::vector<char> ended_ok_;                            // per action
+    std::unordered_map<std::string, std::string> renamed_;  // folder name -> name on disk
+};
+
+}  // namespace quiller::sync

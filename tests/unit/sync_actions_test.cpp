@@ -1,0 +1,117 @@
+// The merge of two sorted listings into actions: every case of two entries of one name, nested
+// removals, the path filters, the end marker and the disk space.
+#include <gtest/gtest.h>
+
+#include "sync/actions.hpp"
+#include "sync/sort.hpp"
+
+namespace quiller::sync {
+namespace {
+
+constexpr double kDay = 46000;  // any day; entries give seconds after its midnight
+
+// One entry: a name ending in "/" is a folder (the "/" is dropped).
+struct Entry {
+    std::string name;
+    std::int64_t size = 0;
+    double seconds = 0;
+    std::int16_t attributes = kArchive;
+};
+
+Listing listing(const std::vector<Entry>& entries) {
+    Listing l;
+    for (const Entry& e : entries) {
+        const bool folder = e.name.back() == '/';
+        l.add(folder ? e.name.substr(0, e.name.size() - 1) : e.name, kDay + e.seconds / 86400,
+              folder ? std::int16_t{kDirectory} : e.attributes, folder ? 0 : e.size);
+    }
+    sort_listing(l);
+    return l;
+}
+
+// "kind source target", "-" for a side without an entry; "reset" is left out.
+std::string describe(const ActionList& list, const Listing& s, const Listing& t) {
+    std::string out;
+    for (const Action& a : list.actions) {
+        if (a.kind == ActionKind::Reset) continue;
+        if (!out.empty()) out += "; ";
+        out += std::string(kind_name(a.kind)) + " " +
+               (a.source < 0 ? std::string("-") : std::string(s.name(a.source))) + " " +
+               (a.target < 0 ? std::string("-") : std::string(t.name(a.target)));
+    }
+    return out;
+}
+
+std::string merge(const std::vector<Entry>& source, const std::vector<Entry>& target,
+                  const PathFilters& filters = {}, ActionList* result = nullptr) {
+    const Listing s = listing(source), t = listing(target);
+    ActionList list = compute_actions({s, "/data/src"}, {t, "/data/dst"}, filters);
+    EXPECT_EQ(list.actions.front().kind, ActionKind::Reset);
+    const std::string text = describe(list, s, t);
+    if (result) *result = std::move(list);
+    return text;
+}
+
+TEST(SyncActions, OneNameOnEitherSide) {
+    const struct {
+        std::vector<Entry> source, target;
+        const char* actions;
+    } cases[] = {
+        {{{"a", 5}, {"d/"}}, {{"a", 5}, {"d/"}}, ""},
+        {{{"d/"}, {"d/x", 3}}, {}, "md d -; copy d/x -"},
+        {{},
+         {{"a", 1}, {"d/"}, {"d/e/"}, {"d/e/b", 2}, {"d/f", 1}, {"g", 1}},
+         "del - a; del - d/e/b; rd - d/e; del - d/f; rd - d; del - g"},
+        // Equal size, times 4 s apart: unchanged; 5 s apart or another size: replaced.
+        {{{"a", 5, 4}, {"b", 5, 5}, {"c", 6}},
+         {{"a", 5}, {"b", 5}, {"c", 5}},
+         "replace b b; replace c c"},
+        {{{"a", 5, 0, kReadOnly}, {"B", 5}, {"c", 5, 0, kHidden}},
+         {{"a", 5}, {"b", 5}, {"C", 5}},
+         "attrib a a; rename B b; attrib c C; rename c C"},
+        {{{"Docs/"}, {"Docs/x", 1}}, {{"docs/"}, {"docs/x", 1}}, "rendir Docs docs"},
+        {{{"d/"}, {"d/x", 1}}, {{"d", 7}}, "del - d; md d -; copy d/x -"},
+        // A file where the target has a folder: the folder goes, the file comes next time.
+        {{{"d", 1}, {"e", 1}}, {{"d/"}, {"d/x", 1}, {"e", 1}}, "del - d/x; rd d d; rd d d"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(merge(c.source, c.target), c.actions) << c.actions;
+}
+
+TEST(SyncActions, FiltersApplyToTheSideWhosePathHoldsThePattern) {
+    PathFilters filters;
+    filters.add("SRC/skip", false);  // the source's path only
+    filters.add(".bak", false);
+    filters.add("keep", true);
+    EXPECT_EQ(
+        merge({{"skip", 1}, {"a.bak", 1}, {"keep.bak", 1}}, {{"b.bak", 1}, {"skip", 1}}, filters),
+        "copy keep.bak -; del - skip");
+    // The end marker is never filtered: excluding "zz" can't stop the merge.
+    filters.add("zz", false);
+    EXPECT_EQ(merge({{"a", 1}}, {}, filters), "copy a -");
+    filters.reset();
+    EXPECT_TRUE(filters.empty());
+}
+
+TEST(SyncActions, NamesAfterTheEndMarkerAreSkippedOnce) {
+    ActionList list;
+    const std::string z19(19, 'z');
+    // Beside real names they sort as any name does; only the end marker stops them.
+    EXPECT_EQ(merge({{z19, 1}}, {{"Ωmega", 1}}, {}, &list), "copy zzzzzzzzzzzzzzzzzzz -");
+    EXPECT_EQ(list.beyond_end, std::vector<std::string>{"Ωmega"});
+    EXPECT_EQ(merge({{"a", 1}, {z19, 1}, {"Ωmega", 1}}, {{"b", 1}}, {}, &list),
+              "copy a -; del - b");
+    EXPECT_EQ(list.beyond_end, (std::vector<std::string>{z19, "Ωmega"}));
+    EXPECT_EQ(merge({}, {{"zzzzzzzzzzzzzzzzzz", 1}, {"Я", 1}}, {}, &list), "");
+    EXPECT_EQ(list.beyond_end.size(), 2u);
+}
+
+TEST(SyncActions, DiskSpaceIsTheTargetsGrowth) {
+    ActionList list;
+    merge({{"a", 100}, {"b", 30, 60}, {"c", 5}}, {{"b", 50}, {"c", 5}, {"d", 7}}, {}, &list);
+    EXPECT_EQ(list.space_required(), 100 + 30 - 50 - 7);
+    EXPECT_EQ(list.space_required(false), 100 + 30 - 50);
+    EXPECT_EQ(list.count(ActionKind::Copy), 1);
+}
+
+}  // namespace
+}  // namespace quiller::sync
