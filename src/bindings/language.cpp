@@ -5,6 +5,7 @@
 #include "bindings/language.hpp"
 
 #include "bindings/dates_numbers.hpp"
+#include "bindings/dircopy.hpp"
 #include "bindings/file_operations.hpp"
 #include "bindings/files.hpp"
 #include "bindings/ini.hpp"
@@ -35,7 +36,7 @@ constexpr StatementRow kStatements[] = {
     {"delregkey",       "",                              delregkey,      D::Registry},
     {"delregvalue",     "",                              delregvalue,    D::Registry},
     {"dir",             "sub dirsonly",                  dir,            D::FileOperations},
-    {"dircopy",         "hidemeter ask progress nosub",  kLaterRelease,  D::Sync},
+    {"dircopy",         "hidemeter ask progress nosub preview", dircopy, D::Sync},
     {"dirscan",         "progress nosub",                kLaterRelease,  D::Sync},
     {"else",            "",                              else_,          D::ControlFlow,     kElse},
     {"end",             "",                              end,            D::ControlFlow},
@@ -44,7 +45,7 @@ constexpr StatementRow kStatements[] = {
     {"endwhile",        "",                              endwhile,       D::ControlFlow,     kClosesWhile},
     {"environment",     "",                              environment,    D::System},
     {"errorshow",       "",                              errorshow,      D::Engine},
-    {"exclude",         "reset include",                 kLaterRelease,  D::Sync},
+    {"exclude",         "reset include",                 exclude,        D::Sync},
     {"fileclose",       "",                              fileclose,      D::Files},
     {"filewrite",       "",                              filewrite,      D::Files},
     {"goto",            "",                              goto_,          D::ControlFlow},
@@ -55,7 +56,7 @@ constexpr StatementRow kStatements[] = {
     {"loadreg",         "",                              loadreg,        D::Registry},
     {"md",              "",                              md,             D::FileOperations,  kQuietHidesErrors},
     {"pause",           "",                              pause,          D::Output},
-    {"popup",           "cancel",                        kLaterRelease,  D::Sync},
+    {"popup",           "cancel",                        popup,          D::Sync},
     {"print",           "clear insert",                  print,          D::Output},
     {"printtofile",     "",                              printtofile,    D::Output},
     {"printwindow",     "",                              printwindow,    D::Output},

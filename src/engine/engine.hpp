@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <random>
 #include <string>
 #include <string_view>
+#include <typeindex>
 #include <unordered_map>
 #include <vector>
 
@@ -53,6 +55,14 @@ class Engine {
     OutputModel& output() { return output_; }
     FileTable& files() { return files_; }
     std::mt19937_64& random() { return random_; }
+    // State a statement domain keeps for the whole run, made on first use (the path filters of
+    // directory synchronisation); the engine knows nothing of its type.
+    template <class T>
+    T& run_state() {
+        std::shared_ptr<void>& slot = run_state_[std::type_index(typeid(T))];
+        if (!slot) slot = std::make_shared<T>();
+        return *static_cast<T*>(slot.get());
+    }
     // The year dates written without one belong to (taken at start-up).
     int current_year() const { return current_year_; }
 
@@ -152,6 +162,7 @@ class Engine {
     std::string keyword_;
     const StatementRow* row_ = nullptr;  // of keyword_; null when it is unknown
     std::string arguments_;
+    std::unordered_map<std::type_index, std::shared_ptr<void>> run_state_;
     std::unordered_map<std::uint64_t, int> findline_cache_;
     std::uint32_t findline_generation_ = 0;
 };
