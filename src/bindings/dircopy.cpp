@@ -241,7 +241,8 @@ void Dircopy::scan(Side& side) {
     sync::sort_listing(side.listing);
 }
 
-bool Dircopy::read_scan_file(Side&) {
+bool Dircopy::read_scan_file(Side& side) {
+    refuse("(dircopy) " + quoted(side.root) + " is a file; scan files are not available yet.");
     return false;
 }
 
@@ -288,7 +289,8 @@ bool Dircopy::confirm(const sync::ActionList& list, bool deletions, bool empty_s
 void Dircopy::preview(const sync::ActionList& list, sync::Executor& planner) {
     for (const sync::Action& a : list.actions)
         if (a.kind != ActionKind::Reset)
-            activity_line(e_, std::string(sync::kind_name(a.kind)) + " " + planner.target_path(a));
+            activity_line(e_, std::string(sync::kind_name(a.kind)) + " " +
+                                  planner.describe(a, planner.target_path(a)));
     report_.line(counts_text(list) + "; Disk space required: " +
                  count(list.space_required(!source_.warned)) + " bytes. Nothing was changed.");
 }

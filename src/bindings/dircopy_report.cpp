@@ -34,7 +34,7 @@ DircopyReport::DircopyReport(Engine& e, std::string log_path, std::string progre
 }
 
 DircopyReport::~DircopyReport() {
-    if (shown_) e_.host().progress_close();
+    if (shown_) e_.host().popup_close();
     flush_log();
 }
 
@@ -82,15 +82,16 @@ void DircopyReport::flush_log() {
 }
 
 void DircopyReport::start(std::int64_t total) {
+    model_.window = ProgressWindow::Popup;
     model_.title = "Copying " + source_ + " to " + target_;
     model_.unit = "files";
+    model_.cancel_visible = true;
     model_.total = total;
     model_.done = 0;
-    model_.start = model_.now = e_.platform().clock->monotonic_seconds();
+    model_.start_timer(e_.platform().clock->monotonic_seconds());
     if (meter_) {
         shown_ = true;
-        e_.host().progress_show(model_.title, model_.unit);
-        e_.host().progress_update(model_);
+        e_.host().popup_show(model_);
     }
     status("running");
 }
@@ -109,7 +110,10 @@ void DircopyReport::between_actions(std::int64_t done, std::string_view path) {
     model_.done = done;
     model_.now = e_.platform().clock->monotonic_seconds();
     current_ = path;
-    if (shown_) e_.host().progress_update(model_);
+    if (shown_) {
+        model_.progress_text = current_;
+        e_.host().progress_update(model_);
+    }
     e_.host().process_events();
     if (model_.now - last_status_ >= kStatusInterval) {
         flush_log();

@@ -84,7 +84,7 @@ void Executor::run(const ActionList& list, bool deletions) {
             } else {
                 ++counts_.failed;
             }
-            observer_.action_ended(a, path, error);
+            observer_.action_ended(a, describe(a, path), error);
         }
         observer_.between_actions(++ended, path);
     }
@@ -94,6 +94,11 @@ std::string Executor::target_path(const Action& a) const {
     const bool from_source = a.kind == ActionKind::Copy || a.kind == ActionKind::Md;
     return join_path(target_root_,
                      on_disk(from_source ? source_.name(a.source) : target_.name(a.target)));
+}
+
+std::string Executor::describe(const Action& a, const std::string& path) const {
+    if (a.kind != ActionKind::Rename && a.kind != ActionKind::Rendir) return path;
+    return path + " -> " + std::string(last_component(source_.name(a.source)));
 }
 
 std::string Executor::on_disk(std::string_view name) const {

@@ -53,6 +53,8 @@ class Executor {
     Listing target_after(const ActionList& list) const;
     // The full path of an action on the target (its new name for a copy or a folder made).
     std::string target_path(const Action& action) const;
+    // The target path, and for a rename the new name: "dst/docs -> Docs".
+    std::string describe(const Action& action, const std::string& path) const;
 
   private:
     int execute(const Action& a, const std::string& path);

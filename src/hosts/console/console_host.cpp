@@ -178,10 +178,17 @@ namespace {
 constexpr std::size_t kProgressWidth = 79;
 constexpr auto kProgressInterval = std::chrono::milliseconds(250);
 
+// A pop-up without its bar shows its texts; with it, the percent and the time line.
 std::string progress_line(const std::string& title, const ProgressModel& m) {
-    std::string line = title + ": " + std::to_string(m.percent()) + "%  " + m.count_text();
-    for (const std::string& part : {m.rate_text(), m.time_text()})
-        if (!part.empty()) line += " " + part;
+    std::string line = title;
+    if (m.window == ProgressWindow::Popup && !m.bar_visible) {
+        for (const std::string& part : {m.info, m.progress_text})
+            if (!part.empty()) line += "  " + part;
+    } else {
+        line += ": " + std::to_string(m.percent()) + "%  " + m.count_text();
+        for (const std::string& part : {m.rate_text(), m.time_text()})
+            if (!part.empty()) line += " " + part;
+    }
     line.resize(text::byte_offset_of_char(line, kProgressWidth));  // whole characters
     return line;
 }
@@ -194,10 +201,22 @@ void ConsoleHost::progress_show(std::string_view title, std::string_view) {
     progress_width_ = 0;
 }
 
+void ConsoleHost::popup_show(const ProgressModel& model) {
+    progress_on_ = is_terminal(err_);
+    progress_title_ = model.title;
+    progress_width_ = 0;
+    progress_update(model);
+}
+
+void ConsoleHost::popup_close() {
+    progress_close();
+}
+
 void ConsoleHost::progress_update(const ProgressModel& model) {
     if (!progress_on_) return;
     const auto now = std::chrono::steady_clock::now();
-    const bool last = model.done >= model.total;
+    const bool last =
+        model.done >= model.total || (model.window == ProgressWindow::Popup && !model.bar_visible);
     if (progress_width_ > 0 && !last && now - progress_drawn_ < kProgressInterval) return;
     progress_drawn_ = now;
     const std::string line = progress_line(progress_title_, model);

@@ -1,6 +1,6 @@
 // The console host: printed output on stdout, windows' texts and prompts on stderr, answers
-// from stdin. The progress window is one line on stderr, redrawn in place, when that is a
-// terminal.
+// from stdin. The progress windows (the pop-up included) are one line on stderr, redrawn in
+// place, when that is a terminal; nothing otherwise.
 #pragma once
 
 #include <chrono>
@@ -30,6 +30,8 @@ class ConsoleHost final : public Host {
     void progress_show(std::string_view title, std::string_view unit) override;
     void progress_update(const ProgressModel& model) override;
     void progress_close() override;
+    void popup_show(const ProgressModel& model) override;
+    void popup_close() override;
 
   private:
     void write_err(std::string_view title, std::string_view text);
