@@ -40,10 +40,6 @@ FileStatus file_status(const FunctionCall& c, std::string_view path) {
     return *st;
 }
 
-std::string whole_number(std::int64_t n) {
-    return value::format_general_number(static_cast<double>(n));
-}
-
 }  // namespace
 
 namespace functions {
@@ -69,7 +65,7 @@ std::string fileopen(const FunctionCall& c) {
 std::string fileread(const FunctionCall& c) {
     FileTable& table = c.engine.files();
     const int number = table.open_number(c.arg(1));
-    if (table.mode(number) != OpenMode::Read) throw ScriptFailure{"Bad file mode", 54, {}};
+    if (table.mode(number) != OpenMode::Read) throw failures::bad_file_mode();
     if (table.at_end(number)) return std::string(kEndOfFile);
     std::string line;
     if (!table.find(number)->read_line(line)) {
@@ -81,7 +77,7 @@ std::string fileread(const FunctionCall& c) {
 }
 
 std::string filesize(const FunctionCall& c) {
-    return whole_number(file_status(c, c.arg(1)).size);
+    return value::format_whole_number(file_status(c, c.arg(1)).size);
 }
 
 std::string getattrib(const FunctionCall& c) {
@@ -158,7 +154,7 @@ namespace statements {
 void filewrite(Engine& e) {
     FileTable& table = e.files();
     const int number = table.open_number(e.slots()[1]);
-    if (table.mode(number) == OpenMode::Read) throw ScriptFailure{"Bad file mode", 54, {}};
+    if (table.mode(number) == OpenMode::Read) throw failures::bad_file_mode();
     std::string line = e.slots()[2];
     line += kLineBreak;
     errno = 0;

@@ -16,6 +16,16 @@
 namespace quiller {
 namespace {
 
+// Runs `work` on the registry accessor of a run, set to the value `value` of the key `key`.
+template <typename Work>
+auto with_registry(Engine& e, std::string_view key, std::string_view value, Work work) {
+    RegistryOperations ops = registry_operations(e);
+    Registry reg(ops);
+    reg.key = key;
+    reg.value = value;
+    return work(reg);
+}
+
 // The position of an enumeration, kept in the script variable named like the function.
 std::uint32_t position(Engine& engine, std::string_view variable) {
     const double v = value::read_leading_number(engine.variables().get(variable, "0"));
@@ -34,10 +44,9 @@ template <bool kKeys>
 std::string enumerate(const FunctionCall& c) {
     constexpr std::string_view variable = kKeys ? "enumregkeys" : "enumregvalues";
     const std::uint32_t index = position(c.engine, variable);
-    RegistryOperations ops = registry_operations(c.engine);
-    Registry reg(ops);
-    reg.key = c.arg(1);
-    std::string name = kKeys ? reg.enum_keys(index) : reg.enum_values(index);
+    std::string name = with_registry(c.engine, c.arg(1), {}, [&](Registry& reg) {
+        return kKeys ? reg.enum_keys(index) : reg.enum_values(index);
+    });
     set_position(c.engine, variable, name.empty() ? 0 : std::uint64_t{index} + 1);
     return name;
 }
@@ -48,22 +57,18 @@ namespace functions {
 
 // readreg a1 key path, a2 value name: the value as text, empty when it doesn't exist.
 std::string readreg(const FunctionCall& c) {
-    RegistryOperations ops = registry_operations(c.engine);
-    Registry reg(ops);
-    reg.key = c.arg(1);
-    reg.value = c.arg(2);
-    reg.read_contents();
-    return reg.contents;
+    return with_registry(c.engine, c.arg(1), c.arg(2), [](Registry& reg) {
+        reg.read_contents();
+        return std::move(reg.contents);
+    });
 }
 
 // regvaluetype a1 key path, a2 value name: REG_SZ ... or UNKNOWN; empty when it doesn't exist.
 std::string regvaluetype(const FunctionCall& c) {
-    RegistryOperations ops = registry_operations(c.engine);
-    Registry reg(ops);
-    reg.key = c.arg(1);
-    reg.value = c.arg(2);
-    reg.read_contents();
-    return reg.contents_type;
+    return with_registry(c.engine, c.arg(1), c.arg(2), [](Registry& reg) {
+        reg.read_contents();
+        return std::move(reg.contents_type);
+    });
 }
 
 std::string enumregkeys(const FunctionCall& c) {
@@ -80,19 +85,12 @@ namespace conditions {
 
 // `if regkeyexists KEYPATH`: false, without a warning, when the key isn't there.
 bool regkeyexists(Engine& engine, const std::string& path, const std::string&) {
-    RegistryOperations ops = registry_operations(engine);
-    Registry reg(ops);
-    reg.key = path;
-    return reg.key_exists();
+    return with_registry(engine, path, {}, [](Registry& reg) { return reg.key_exists(); });
 }
 
 // `if regvalueexists KEYPATH VALUENAME`: VALUENAME DEFAULT is the key's default value.
 bool regvalueexists(Engine& engine, const std::string& path, const std::string& name) {
-    RegistryOperations ops = registry_operations(engine);
-    Registry reg(ops);
-    reg.key = path;
-    reg.value = name;
-    return reg.value_exists();
+    return with_registry(engine, path, name, [](Registry& reg) { return reg.value_exists(); });
 }
 
 }  // namespace conditions
@@ -102,30 +100,22 @@ namespace statements {
 // `writereg KEYPATH VALUENAME VALUE [TYPE]`: TYPE is REG_SZ (the default), REG_EXPAND_SZ,
 // REG_MULTI_SZ (items separated by "|") or REG_DWORD; the key is created as needed.
 void writereg(Engine& e) {
-    RegistryOperations ops = registry_operations(e);
-    Registry reg(ops);
-    reg.key = e.slots()[1];
-    reg.value = e.slots()[2];
-    reg.contents = e.slots()[3];
-    reg.contents_type = e.slots()[4];
-    reg.write_contents();
+    const Slots& s = e.slots();
+    with_registry(e, s[1], s[2], [&](Registry& reg) {
+        reg.contents = s[3];
+        reg.contents_type = s[4];
+        reg.write_contents();
+    });
 }
 
 // `delregkey KEYPATH`: deletes the key with all its subkeys and values.
 void delregkey(Engine& e) {
-    RegistryOperations ops = registry_operations(e);
-    Registry reg(ops);
-    reg.key = e.slots()[1];
-    reg.del_key();
+    with_registry(e, e.slots()[1], {}, [](Registry& reg) { reg.del_key(); });
 }
 
 // `delregvalue KEYPATH VALUENAME`.
 void delregvalue(Engine& e) {
-    RegistryOperations ops = registry_operations(e);
-    Registry reg(ops);
-    reg.key = e.slots()[1];
-    reg.value = e.slots()[2];
-    reg.del_value();
+    with_registry(e, e.slots()[1], e.slots()[2], [](Registry& reg) { reg.del_value(); });
 }
 
 // `loadreg FILE`: loads a registry export file (REGEDIT4 or version 5.00).

@@ -8,27 +8,19 @@
 #include "value/value.hpp"
 
 namespace quiller {
-namespace {
-
-std::string whole_number(std::int64_t n) {
-    return value::format_general_number(static_cast<double>(n));
-}
-
-}  // namespace
-
 namespace functions {
 
 std::string diskspace(const FunctionCall& c) {
     const auto bytes = c.engine.platform().files->free_space(std::string(c.arg(1)));
-    return bytes ? whole_number(*bytes) : std::string();
+    return bytes ? value::format_whole_number(*bytes) : std::string();
 }
 
 std::string getmemtotal(const FunctionCall& c) {
-    return whole_number(c.engine.platform().environment->memory().total);
+    return value::format_whole_number(c.engine.platform().environment->memory().total);
 }
 
 std::string getmemavail(const FunctionCall& c) {
-    return whole_number(c.engine.platform().environment->memory().available);
+    return value::format_whole_number(c.engine.platform().environment->memory().available);
 }
 
 std::string gettempdir(const FunctionCall& c) {

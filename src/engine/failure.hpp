@@ -40,6 +40,9 @@ inline ScriptFailure bad_file_number() {
 inline ScriptFailure file_not_found() {
     return {"File not found", 53, {}};
 }
+inline ScriptFailure bad_file_mode() {
+    return {"Bad file mode", 54, {}};
+}
 inline ScriptFailure path_access_error() {
     return {"Path/File access error", 75, {}};
 }

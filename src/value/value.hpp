@@ -6,6 +6,7 @@
 // the platform sets the user's: Windows does at start-up, POSIX keeps en-US.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -55,6 +56,11 @@ double read_leading_number(std::string_view s);
 // as arithmetic errors before formatting; should one get here it is written "Infinity",
 // "-Infinity" or "NaN".
 std::string format_general_number(double v);
+
+// A whole number (a count of bytes, a size) in the general number form.
+inline std::string format_whole_number(std::int64_t n) {
+    return format_general_number(static_cast<double>(n));
+}
 
 // --- Dates ---------------------------------------------------------------------------------
 
