@@ -173,65 +173,30 @@ constexpr int kGeneratedDateFormats = 5000;
 constexpr int kCrossedFormats = 400;  // number pictures with dates and date pictures with numbers
 constexpr int kIniFiles = 500;
 
-double fraction(Rng& r) {
-    return static_cast<double>(r.next() >> 11) / 9007199254740992.0;
+// A "-value" of the grammar: numbers joined by + - * / from left to right, or "DAY TIME".
+double number_of(const std::string& text) {
+    if (const std::size_t blank = text.find(' '); blank != std::string::npos) {
+        const double day = number_of(text.substr(0, blank)),
+                     time = number_of(text.substr(blank + 1));
+        return day < 0 ? day - time : day + time;
+    }
+    const char* p = text.c_str();
+    char* end = nullptr;
+    double v = std::strtod(p, &end);
+    while (*end == '+' || *end == '-' || *end == '*' || *end == '/') {
+        const char op = *end;
+        const double w = std::strtod(end + 1, &end);
+        v = op == '+' ? v + w : op == '-' ? v - w : op == '*' ? v * w : v / w;
+    }
+    return v;
 }
 
-// Whole, quarter and thousandth numbers and any magnitude from 1e-25 to 1e25.
-double random_number(Rng& r) {
-    switch (r.below(5)) {
-        case 0:
-            return r.below(2000000) - 1000000.0;
-        case 1:
-            return (r.below(20001) - 10000) / 4.0;
-        case 2:
-            return std::round(fraction(r) * 1e6) / 1e3;
-        default:
-            return (r.chance(30) ? -1 : 1) * fraction(r) * std::pow(10.0, r.below(50) - 25);
-    }
+double value(const Grammar& g, std::string_view rule, Rng& r) {
+    return number_of(g.expand(rule, r));
 }
 
-// Numbers that pictures round, group, scale and sign differently: ties at the places pictures
-// keep, whole numbers, fractions, large and tiny magnitudes.
-double format_number_value(Rng& r) {
-    const double sign = r.chance(35) ? -1 : 1;
-    switch (r.below(8)) {
-        case 0:
-            return sign * r.below(1000);
-        case 1:
-            return sign * (r.below(2000) + 0.5);  // ties at whole digits
-        case 2:
-            return sign * r.below(200000) / 1000.0 + sign * 0.0005;  // ties at three places
-        case 3:
-            return sign * r.below(100000) / 8.0;
-        case 4:
-            return sign * r.below(1000000000) / std::pow(10.0, r.below(7));
-        case 5:
-            return sign * (1 + r.below(999)) * std::pow(10.0, 3 + r.below(19));
-        case 6:
-            return sign * (1 + r.below(999)) * std::pow(10.0, -3 - r.below(9));
-        default:
-            return sign * fraction(r) * std::pow(10.0, r.below(12) - 4);
-    }
-}
-
-// Day numbers from year 100 to 9999 (mostly 1899 to 2100 with `near`): whole days, noon, whole
-// seconds or any fraction.
-double random_date(Rng& r, bool near) {
-    const int pick = near ? r.below(6) : 0;
-    const double day = pick == 0   ? -657434 + r.below(657434 + 2958466)
-                       : pick == 1 ? r.below(3)
-                                   : r.below(73415);
-    switch (r.below(near ? 5 : 3)) {
-        case 0:
-            return day;
-        case 1:
-            return day + (day < 0 ? -1 : 1) * r.below(86400) / 86400.0;
-        case 2:
-            return day + fraction(r);
-        default:
-            return day + 0.5;
-    }
+double format_number_value(const Grammar& g, Rng& r) {
+    return (r.chance(35) ? -1 : 1) * value(g, "format-number-value", r);
 }
 
 // The first column of a reference table, or its first two (value and format).
@@ -257,7 +222,7 @@ void unique(std::vector<std::string>& texts) {
 
 std::vector<double> values(const Grammar& g, std::string_view rule) {
     std::vector<double> out;
-    for (const std::string& text : g.all(rule)) out.push_back(std::strtod(text.c_str(), nullptr));
+    for (const std::string& text : g.all(rule)) out.push_back(number_of(text));
     return out;
 }
 
@@ -282,9 +247,9 @@ Inputs make_inputs(const Grammar& g, const std::string& reference_dir) {
     unique(in.number_texts);
     unique(in.date_texts);
     in.numbers = values(g, "number-value-picked");
-    for (int i = 0; i < kGeneratedNumbers; ++i) in.numbers.push_back(random_number(r));
+    for (int i = 0; i < kGeneratedNumbers; ++i) in.numbers.push_back(value(g, "number-value", r));
     in.dates = values(g, "date-value-picked");
-    for (int i = 0; i < kGeneratedDates; ++i) in.dates.push_back(random_date(r, false));
+    for (int i = 0; i < kGeneratedDates; ++i) in.dates.push_back(value(g, "date-value", r));
     return in;
 }
 
@@ -296,16 +261,17 @@ std::vector<FormatCase> make_format_cases(const Grammar& g, const std::string& r
             cases.push_back({std::strtod(row[0].c_str(), nullptr), row[1], as_date});
     Rng r(20260422);
     for (const std::string& name : g.all("named-number-format"))
-        for (int i = 0; i < 60; ++i) cases.push_back({format_number_value(r), name, false});
+        for (int i = 0; i < 60; ++i) cases.push_back({format_number_value(g, r), name, false});
     for (const std::string& name : g.all("named-date-format"))
-        for (int i = 0; i < 80; ++i) cases.push_back({random_date(r, true), name, true});
+        for (int i = 0; i < 80; ++i)
+            cases.push_back({value(g, "format-date-value", r), name, true});
     for (int i = 0; i < kGeneratedNumberFormats; ++i)
-        cases.push_back({format_number_value(r), g.expand("number-picture", r), false});
+        cases.push_back({format_number_value(g, r), g.expand("number-picture", r), false});
     for (int i = 0; i < kGeneratedDateFormats; ++i)
-        cases.push_back({random_date(r, true), g.expand("date-picture", r), true});
+        cases.push_back({value(g, "format-date-value", r), g.expand("date-picture", r), true});
     for (int i = 0; i < kCrossedFormats; ++i) {
-        cases.push_back({random_date(r, true), g.expand("number-picture", r), true});
-        cases.push_back({random_date(r, true), g.expand("date-picture", r), false});
+        cases.push_back({value(g, "format-date-value", r), g.expand("number-picture", r), true});
+        cases.push_back({value(g, "format-date-value", r), g.expand("date-picture", r), false});
     }
     return cases;
 }
