@@ -109,13 +109,19 @@ std::optional<int> Engine::findline(BlockKind kind, std::string_view name, int s
     return found;
 }
 
-void Engine::push_frame(std::string name, int return_line) {
+void Engine::push_frame(std::string name, int return_line, bool error_handler) {
     if (static_cast<int>(call_stack_.size()) >= kMaxCallDepth) {
         report_error("(DoPrg) More than " + std::to_string(kMaxCallDepth) + " nested calls.",
                      Severity::Fatal, failures::out_of_stack().platform_text());
         return;
     }
-    call_stack_.push_back({std::move(name), return_line});
+    call_stack_.push_back({std::move(name), return_line, error_handler});
+    if (error_handler) ++error_handlers_running_;
+}
+
+void Engine::pop_frame() {
+    if (call_stack_.back().error_handler) --error_handlers_running_;
+    call_stack_.pop_back();
 }
 
 void Engine::return_from_sub() {
@@ -124,12 +130,12 @@ void Engine::return_from_sub() {
         return;
     }
     const int return_line = call_stack_.back().return_line;
-    call_stack_.pop_back();
+    pop_frame();
     if (return_line == 0) {
         finished_ = true;
         return;
     }
-    current_line_ = return_line;
+    jump_to(return_line);
 }
 
 namespace statements {

@@ -34,6 +34,16 @@ inline constexpr std::string_view kLineBreak = "\n";
 struct CallFrame {
     std::string name;
     int return_line = 0;
+    bool error_handler = false;  // pushed by the hand-over to on_error
+};
+
+// A warning waiting for the loop to hand it over to on_error once its statement has finished.
+struct PendingError {
+    std::string message;
+    Severity severity = Severity::Warning;
+    int line = 0;
+    std::string statement;
+    std::string platform_text;
 };
 
 // Block kinds the line finder searches for.
@@ -66,8 +76,9 @@ class Engine {
     // The year dates written without one belong to (taken at start-up).
     int current_year() const { return current_year_; }
 
-    // The one failure channel: logs, hands over to on_error, shows the error window; a fatal
-    // error ends the run (throws RunEnded).
+    // The one failure channel: logs, shows the error window; a fatal error ends the run (throws
+    // RunEnded). A warning is handed over to on_error by the loop after the statement finished,
+    // unless on_error is already running.
     void report_error(std::string_view message, Severity severity,
                       std::string_view platform_text = {});
 
@@ -91,11 +102,13 @@ class Engine {
 
     int current_line() const { return current_line_; }
     ProgramLine& current_program_line() { return program_.line(current_line_); }
-    void jump_to(int line) { current_line_ = line; }
+    // A statement's jump: the loop moves to `line` when the statement has finished (and then
+    // on to the line after it).
+    void jump_to(int line) { jump_ = line; }
     const std::vector<CallFrame>& call_stack() const { return call_stack_; }
     // Pushes a call frame; more than kMaxCallDepth frames is a fatal error.
-    void push_frame(std::string name, int return_line);
-    void pop_frame() { call_stack_.pop_back(); }
+    void push_frame(std::string name, int return_line, bool error_handler = false);
+    void pop_frame();
     // `endsub`: returns to the top frame's return line; the run ends when that is 0.
     void return_from_sub();
 
@@ -117,6 +130,7 @@ class Engine {
     std::string substitute(std::string_view text, char delimiter, bool silent = false);
 
   private:
+    int run_script(std::string_view command_line);
     void startup(std::string_view command_line);
     void finish_run();
     void do_prg();
@@ -126,8 +140,13 @@ class Engine {
     void show_unclosed_delimiter(char delimiter, std::string_view text);
     void write_log_record(std::string_view message, Severity severity, std::string_view statement,
                           std::string_view platform_text, std::string& window_note);
-    void hand_over_to_on_error(std::string_view message, Severity severity,
-                               std::string_view statement, std::string_view platform_text);
+    void hand_over_to_on_error();
+    void run_line();
+    void report_out_of_memory();
+    enum class RawStatement { No, Yes };
+    void report(std::string_view message, Severity severity, std::string_view platform_text,
+                RawStatement raw);
+    void take_jump();
     std::optional<int> search(BlockKind kind, std::string_view name, int start, int first_line);
     void debugger_stop();
     const std::vector<std::string>& debug_listing_lines();
@@ -147,6 +166,9 @@ class Engine {
     FileTable files_;
     std::mt19937_64 random_;
     int current_line_ = 0;
+    std::optional<int> jump_;
+    std::optional<PendingError> pending_error_;
+    int error_handlers_running_ = 0;
     int current_year_ = 2000;
     bool finished_ = false;
     bool debug_mode_ = false;

@@ -1,6 +1,7 @@
 // The one failure channel: the error log record, the hand-over to the script's on_error
 // subroutine, and the error window.
 #include "engine/engine.hpp"
+#include "engine/failure.hpp"
 #include "value/text.hpp"
 #include "value/value.hpp"
 
@@ -22,6 +23,11 @@ std::string join_lines(std::initializer_list<std::string_view> lines) {
 
 void Engine::report_error(std::string_view message, Severity severity,
                           std::string_view platform_text) {
+    report(message, severity, platform_text, RawStatement::No);
+}
+
+void Engine::report(std::string_view message, Severity severity, std::string_view platform_text,
+                    RawStatement raw) {
     if (severity == Severity::ChooseFile) {
         const std::string title = caption(" : Choose a .PRG file to run");
         std::string text = "Choose a .PRG file to run then press OK.";
@@ -32,12 +38,27 @@ void Engine::report_error(std::string_view message, Severity severity,
         return;
     }
 
-    const std::string statement = current_line_ > 0 ? statement_text(current_line_) : " ";
+    std::string statement = " ";
+    if (current_line_ > 0 && raw == RawStatement::No) {
+        try {
+            statement = statement_text(current_line_);
+        } catch (const ScriptFailure&) {  // the substituted line is itself too long
+            raw = RawStatement::Yes;
+        }
+    }
+    if (current_line_ > 0 && raw == RawStatement::Yes) {
+        const ProgramLine& l = program_.line(current_line_);
+        statement = l.keyword + " " + l.arguments;
+    }
     const std::string sub = call_stack_.empty() ? std::string() : call_stack_.back().name;
     const int line = current_line_;
     std::string window_note;
     write_log_record(message, severity, statement, platform_text, window_note);
-    hand_over_to_on_error(message, severity, statement, platform_text);
+    // One hand-over per statement, none while on_error runs (its own failures would call it
+    // again without end) and none for a fatal error, which ends the run.
+    if (severity == Severity::Warning && !pending_error_ && error_handlers_running_ == 0)
+        pending_error_ = PendingError{std::string(message), severity, line, statement,
+                                      std::string(platform_text)};
 
     if (error_display_ && !(row_ && row_->has(kQuietHidesErrors) && quiet_)) {
         std::string text;
@@ -100,22 +121,24 @@ void Engine::write_log_record(std::string_view message, Severity severity,
     platform_.files->append_file(log_name, record);
 }
 
-void Engine::hand_over_to_on_error(std::string_view message, Severity severity,
-                                   std::string_view statement, std::string_view platform_text) {
+// Called by the loop once the failing statement has finished, its jump included: on_error's
+// frame returns to where the run would have gone on.
+void Engine::hand_over_to_on_error() {
+    const PendingError error = std::move(*pending_error_);
+    pending_error_.reset();
     if (program_.count() == 0) return;
     const std::optional<int> handler = findline(BlockKind::Sub, "on_error", 0, true);
     if (!handler) return;
-    const int error_line = current_line_;
-    push_frame("on_error", error_line);
+    push_frame("on_error", current_line_, true);
     current_line_ = *handler;
     Slots params;
-    params[1] = message;
-    params[2] = std::to_string(static_cast<int>(severity));
-    params[3] = std::to_string(error_line);
-    params[4] = statement;
-    params[5] = platform_text;
+    params[1] = error.message;
+    params[2] = std::to_string(static_cast<int>(error.severity));
+    params[3] = std::to_string(error.line);
+    params[4] = error.statement;
+    params[5] = error.platform_text;
     publish_parameters(params, 1);
-    variables_.set("param[4]", platform_text);  // empty when there is none, never a stale one
+    variables_.set("param[4]", error.platform_text);  // empty when there is none, never stale
 }
 
 }  // namespace quiller

@@ -22,6 +22,12 @@ namespace failures {
 inline ScriptFailure system(std::string text) {
     return {std::move(text), 0, {}};
 }
+inline ScriptFailure out_of_memory() {
+    return {"Out of memory", 7, {}};
+}
+inline ScriptFailure out_of_string_space() {
+    return {"Out of string space", 14, {}};
+}
 inline ScriptFailure overflow() {
     return {"Overflow", 6, {}};
 }

@@ -1,4 +1,7 @@
 // The interpreter loop: substitutes, splits and dispatches one program line after another.
+#include <new>
+#include <stdexcept>
+
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
 #include "expr/condition.hpp"
@@ -7,21 +10,67 @@
 
 namespace quiller {
 
+// Only this loop moves the current line: a statement asks for its jump, a failing statement
+// reports and returns (or throws back here), and the hand-over to on_error comes after the
+// statement's own jump, so on_error returns to where the run would have gone on.
 void Engine::do_prg() {
+    take_jump();
     while (!finished_ && current_line_ >= 1 && current_line_ <= program_.count()) {
-        execute_line();
+        run_line();
+        take_jump();
+        if (pending_error_ && !finished_) hand_over_to_on_error();
         ++current_line_;
+    }
+}
+
+void Engine::take_jump() {
+    if (!jump_) return;
+    current_line_ = *jump_;
+    jump_.reset();
+}
+
+void Engine::run_line() {
+    try {
+        execute_line();
+    } catch (const ScriptFailure& failure) {
+        const std::string message = failure.message.empty()
+                                        ? "(DoPrg) Run-time error in '" + keyword_ + "'"
+                                        : failure.message;
+        report_error(message, Severity::Warning, failure.platform_text());
+    } catch (const std::bad_alloc&) {
+        report_out_of_memory();
+    } catch (const std::length_error&) {
+        report_error("(DoPrg) Run-time error in '" + keyword_ + "'", Severity::Warning,
+                     failures::out_of_string_space().platform_text());
+    }
+}
+
+// Memory ran out: what the statement built is gone with the exception; the report shows the
+// line as written, since substituting it again could need the same memory once more.
+void Engine::report_out_of_memory() {
+    jump_.reset();
+    arguments_.clear();
+    arguments_.shrink_to_fit();
+    for (std::string& slot : slots_) std::string().swap(slot);
+    try {
+        report("(DoPrg) Run-time error in '" + keyword_ + "'", Severity::Fatal,
+               failures::out_of_memory().platform_text(), RawStatement::Yes);
+    } catch (const std::bad_alloc&) {
+        end_run(1);
     }
 }
 
 std::string Engine::substitute(std::string_view text, char delimiter, bool silent) {
     SubstitutionResult r;
     if (delimiter == '%') {
-        r = replace_references('%', text, [this](std::string_view n) {
-            return platform_.environment->get(std::string(n));
-        });
+        r = replace_references(
+            '%', text,
+            [this](std::string_view n) { return platform_.environment->get(std::string(n)); },
+            variables_.text_limit());
     } else {
-        r = replace_references('$', text, [this](std::string_view n) { return variables_.get(n); });
+        r = replace_references(
+            '$', text, [this](std::string_view n) { return variables_.get(n); },
+            variables_.text_limit());
     }
     if (!r.unclosed) return std::move(r.text);
     if (!silent) show_unclosed_delimiter(delimiter, r.text);
@@ -100,14 +149,7 @@ void Engine::execute_line() {
         return;
     }
     if (!row_->run) return report_not_available();
-    try {
-        row_->run(*this);
-    } catch (const ScriptFailure& failure) {
-        const std::string message = failure.message.empty()
-                                        ? "(DoPrg) Run-time error in '" + keyword_ + "'"
-                                        : failure.message;
-        report_error(message, Severity::Warning, failure.platform_text());
-    }
+    row_->run(*this);
 }
 
 // The debugger's listing, made again only when the program table changed (`load`).

@@ -100,8 +100,8 @@ void Engine::read_prg(const std::string& file_name, int return_line) {
         report_error(" (Findline): Couldn't find 'sub main", Severity::Fatal);
         return;
     }
-    current_line_ = *main;
     push_frame("main", return_line);
+    jump_to(*main);
 }
 
 }  // namespace quiller

@@ -1,5 +1,6 @@
 // Start-up: the engine's state, the command line, the start-up variables, and the end of a run.
 #include <chrono>
+#include <new>
 
 #include "engine/engine.hpp"
 #include "engine/failure.hpp"
@@ -31,6 +32,18 @@ std::string Engine::caption(std::string_view suffix) const {
 }
 
 int Engine::run(std::string_view command_line) {
+    try {
+        return run_script(command_line);
+    } catch (const HostOutputFailed&) {  // the host has said why where it could
+        files_.close_all();
+        return 1;
+    } catch (const std::bad_alloc&) {  // out of memory outside a statement (loading, the end)
+        files_.close_all();
+        return 1;
+    }
+}
+
+int Engine::run_script(std::string_view command_line) {
     try {
         startup(command_line);
         do_prg();

@@ -1,12 +1,13 @@
 #include "engine/substitution.hpp"
 
 #include "value/text.hpp"
+#include "engine/failure.hpp"
 #include "engine/variables.hpp"
 
 namespace quiller {
 
 SubstitutionResult replace_references(char delimiter, std::string_view text,
-                                      const NameLookup& lookup) {
+                                      const NameLookup& lookup, std::size_t limit) {
     SubstitutionResult result{std::string(text)};
     std::string& t = result.text;
     std::size_t p = t.find(delimiter);
@@ -22,6 +23,7 @@ SubstitutionResult replace_references(char delimiter, std::string_view text,
             return result;
         }
         const std::string value = lookup(std::string_view(t).substr(p + 1, q - p - 1));
+        if (t.size() - (q - p + 1) + value.size() > limit) throw failures::out_of_string_space();
         t.replace(p, q - p + 1, value);
         p = t.find(delimiter, p + value.size());
     }
@@ -64,14 +66,18 @@ void SubstitutionTemplate::build(std::string_view text) {
 
 void SubstitutionTemplate::expand(const VariableTable& variables, std::string& out) const {
     out.clear();
+    auto add = [&](std::string_view piece) {
+        variables.check_length(out.size() + piece.size());
+        out += piece;
+    };
     for (const Segment& s : segments_) {
         if (!s.reference) {
-            out += s.text;
+            add(s.text);
         } else if (s.indexed) {
-            out += variables.get(s.text);
+            add(variables.get(s.text));
         } else {
             if (s.cached_entry < 0) s.cached_entry = variables.find(s.text);
-            if (s.cached_entry >= 0) out += variables.value_at(s.cached_entry);
+            if (s.cached_entry >= 0) add(variables.value_at(s.cached_entry));
         }
     }
 }

@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-namespace quiller {
+#include "engine/variables.hpp"
 
-class VariableTable;
+namespace quiller {
 
 // Looks a reference's name up: a script variable for "$", an environment variable for "%".
 using NameLookup = std::function<std::string(std::string_view name)>;
@@ -20,9 +20,10 @@ struct SubstitutionResult {
     bool unclosed = false;  // an unclosed delimiter was met; `text` is the text as it stood then
 };
 
-// The substitution routine: replaces every reference in `text` that uses `delimiter`.
+// The substitution routine: replaces every reference in `text` that uses `delimiter`. A result
+// longer than `limit` is the failure "Out of string space".
 SubstitutionResult replace_references(char delimiter, std::string_view text,
-                                      const NameLookup& lookup);
+                                      const NameLookup& lookup, std::size_t limit = kMaxTextLength);
 
 // The same "$" substitution, worked out once per program line: literal pieces and variable
 // references, with each reference's table entry cached once found (entries are never removed).

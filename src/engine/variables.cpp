@@ -2,35 +2,79 @@
 
 #include "value/text.hpp"
 #include "value/value.hpp"
+#include "engine/failure.hpp"
 
 namespace quiller {
 
-std::size_t matching_bracket(std::string_view text, std::size_t start, char closer) {
-    const char opener = text[start];
-    int depth = 0;
-    for (std::size_t i = start + 1; i < text.size(); ++i) {
-        if (text[i] == opener) {
-            ++depth;
-        } else if (text[i] == closer) {
-            if (depth == 0) return i;
-            --depth;
+namespace {
+
+// The closer of every "[" of a name, found in one pass (npos for an opener without one). The
+// pair found this way for an inner index is the one the bracket search finds within it.
+std::vector<std::size_t> bracket_pairs(std::string_view name) {
+    std::vector<std::size_t> closer(name.size(), std::string_view::npos);
+    std::vector<std::size_t> open;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (name[i] == '[') {
+            open.push_back(i);
+        } else if (name[i] == ']' && !open.empty()) {
+            closer[open.back()] = i;
+            open.pop_back();
         }
     }
-    return std::string_view::npos;
+    return closer;
 }
 
+// One level of index notation: the part [begin, end) of the name whose first "[" at `open`
+// pairs with the "]" at `close`.
+struct IndexLevel {
+    std::size_t begin, end, open, close;
+};
+
+}  // namespace
+
+// Index notation nests (list[a[b[1]]]): each non-numeric index is a variable name that is
+// resolved in turn. The levels are collected first and resolved from the innermost out, so a
+// script's nesting depth never becomes the depth of the C++ stack.
 std::string VariableTable::resolve_index(std::string_view name) const {
-    const std::size_t open = name.find('[');
-    if (open == std::string_view::npos) return std::string(name);
-    const std::size_t close = matching_bracket(name, open, ']');
-    if (close == std::string_view::npos) return std::string(name);
-    std::string_view index = name.substr(open + 1, close - open - 1);
-    std::string resolved =
-        value::is_numeric(index) ? std::string(index) : get(index, std::string_view{});
-    std::string out(name.substr(0, open + 1));
-    out += resolved;
-    out += name.substr(close);
-    return out;
+    if (name.find('[') == std::string_view::npos) return std::string(name);
+    const std::vector<std::size_t> closer = bracket_pairs(name);
+    std::vector<IndexLevel> levels;
+    bool numeric_last = false;
+    for (std::size_t begin = 0, end = name.size();;) {
+        const std::size_t open = name.find('[', begin);
+        if (open >= end || closer[open] >= end) break;
+        levels.push_back({begin, end, open, closer[open]});
+        if (value::is_numeric(name.substr(open + 1, closer[open] - open - 1))) {
+            numeric_last = true;
+            break;
+        }
+        begin = open + 1;
+        end = closer[open];
+    }
+    if (levels.empty()) return std::string(name);
+
+    auto lookup = [this](const std::string& prepared) -> std::string_view {
+        const int at = find(prepared);
+        return at >= 0 ? std::string_view(entries_[at].value) : std::string_view();
+    };
+    auto rebuild = [&](const IndexLevel& l, std::string_view index) {
+        std::string out(name.substr(l.begin, l.open + 1 - l.begin));
+        out += index;
+        out += name.substr(l.close, l.end - l.close);
+        return out;
+    };
+    const IndexLevel& last = levels.back();
+    std::string resolved = numeric_last
+                               ? std::string(name.substr(last.begin, last.end - last.begin))
+                               : rebuild(last, lookup(text::to_lower(name.substr(
+                                                   last.open + 1, last.close - last.open - 1))));
+    for (std::size_t j = levels.size() - 1; j-- > 0;)
+        resolved = rebuild(levels[j], lookup(text::to_lower(resolved)));
+    return resolved;
+}
+
+void VariableTable::check_length(std::size_t length) const {
+    if (length > text_limit_) throw failures::out_of_string_space();
 }
 
 std::string VariableTable::prepare_set_name(std::string_view name) const {
@@ -50,6 +94,7 @@ int VariableTable::find(const std::string& prepared) const {
 }
 
 int VariableTable::set_prepared(const std::string& prepared, std::string_view value) {
+    check_length(value.size());
     int at = find(prepared);
     if (at >= 0) {
         entries_[at].value = value;

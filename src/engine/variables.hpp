@@ -10,6 +10,8 @@
 namespace quiller {
 
 inline constexpr int kMaxVariables = 32767;
+// The longest text a variable or a substituted line can hold.
+inline constexpr std::size_t kMaxTextLength = 2147483647;
 
 class VariableTable {
   public:
@@ -25,7 +27,10 @@ class VariableTable {
     int find(const std::string& prepared) const;
     int set_prepared(const std::string& prepared, std::string_view value);  // -1 when full
     const std::string& value_at(int index) const { return entries_[index].value; }
-    void assign_at(int index, std::string_view value) { entries_[index].value = value; }
+    void assign_at(int index, std::string_view value) {
+        check_length(value.size());
+        entries_[index].value = value;
+    }
     bool exists(std::string_view name) const { return find(prepare_get_name(name)) >= 0; }
 
     int count() const { return static_cast<int>(entries_.size()); }
@@ -34,6 +39,11 @@ class VariableTable {
     // Replaces the first "[...]" index of a name by its value when it is not numeric.
     std::string resolve_index(std::string_view name) const;
 
+    // A text longer than the limit is the failure "Out of string space" (nothing is stored).
+    void check_length(std::size_t length) const;
+    std::size_t text_limit() const { return text_limit_; }
+    void set_text_limit(std::size_t limit) { text_limit_ = limit; }
+
   private:
     struct Entry {
         std::string name;
@@ -41,9 +51,7 @@ class VariableTable {
     };
     std::vector<Entry> entries_;
     std::unordered_map<std::string, int> index_;
+    std::size_t text_limit_ = kMaxTextLength;
 };
-
-// Position of the closer matching the opener at `start` (0-based), or npos.
-std::size_t matching_bracket(std::string_view text, std::size_t start, char closer);
 
 }  // namespace quiller

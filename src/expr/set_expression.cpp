@@ -5,6 +5,7 @@
 #include "value/text.hpp"
 #include "value/value.hpp"
 #include "engine/failure.hpp"
+#include "engine/variables.hpp"
 
 namespace quiller {
 namespace {
@@ -48,7 +49,11 @@ std::string eval_value_expression(const Slots& words, int year) {
     const double b = numeric ? value::read_leading_number(b_text) : 0.0;
 
     if (op == "+") {
-        if (!numeric) return std::string(a_text) + std::string(b_text);
+        if (!numeric) {
+            if (a_text.size() + b_text.size() > kMaxTextLength)
+                throw failures::out_of_string_space();
+            return std::string(a_text) + std::string(b_text);
+        }
         return checked_number(a + b);
     }
     if (op == "-") return subtract(a_text, b_text, numeric, a, b, year);

@@ -34,5 +34,7 @@ int main(int argc, char** argv) {
     quiller::ConsoleHost host(stdout, stderr, stdin);
     quiller::Platform platform = quiller::make_platform();
     quiller::Engine engine(host, platform, quiller::standard_language());
-    return engine.run(command_line(argc, argv));
+    const int status = engine.run(command_line(argc, argv));
+    if (status == 0 && (std::fflush(stdout) != 0 || std::ferror(stdout))) return 1;
+    return status;
 }

@@ -46,6 +46,12 @@ struct DebugView {
 };
 enum class DebugAction { Step, Continue, Terminate };
 
+// Thrown by a host whose own output channel failed (a full disk, a closed pipe): the run ends
+// at once with exit status 1. The host has already said why where it still could.
+struct HostOutputFailed {
+    std::string message;
+};
+
 class Host {
   public:
     virtual ~Host() = default;

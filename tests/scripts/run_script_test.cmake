@@ -44,6 +44,8 @@ set(opt_script "")
 set(opt_status 0)
 set(opt_timeout 60)
 set(opt_log_size "")
+set(opt_memory_limit "")
+set(opt_stdout_to "")
 set(env_count 0)
 set(fill_count 0)
 set(touch_count 0)
@@ -107,6 +109,10 @@ while(NOT rest STREQUAL "")
     set(opt_timeout "${value}")
   elseif(key STREQUAL "log-size")
     set(opt_log_size "${value}")
+  elseif(key STREQUAL "memory-limit")
+    set(opt_memory_limit "${value}")
+  elseif(key STREQUAL "stdout-to")
+    set(opt_stdout_to "${value}")
   elseif(key STREQUAL "env")
     if(NOT "${value}" MATCHES "^[A-Za-z_][A-Za-z0-9_]*=")
       message(FATAL_ERROR "${expect_file}:${line_no}: env wants NAME=VALUE")
@@ -267,11 +273,21 @@ endforeach()
 # ------------------------------------------------------------------------------------------------
 # Running.
 
+set(limit_words "")
+if(NOT opt_memory_limit STREQUAL "")
+  math(EXPR limit_bytes "${opt_memory_limit} * 1048576")
+  set(limit_words prlimit "--as=${limit_bytes}" --)
+endif()
+set(stdout_file "${io_dir}/stdout.txt")
+if(NOT opt_stdout_to STREQUAL "")
+  set(stdout_file "${opt_stdout_to}")
+  file(WRITE "${io_dir}/stdout.txt" "")
+endif()
 execute_process(
-  COMMAND "${CMAKE_COMMAND}" -E env ${env_words} -- "${QUILLERC}" ${cmd_words}
+  COMMAND ${limit_words} "${CMAKE_COMMAND}" -E env ${env_words} -- "${QUILLERC}" ${cmd_words}
   WORKING_DIRECTORY "${WORKDIR}"
   INPUT_FILE "${io_dir}/stdin.txt"
-  OUTPUT_FILE "${io_dir}/stdout.txt"
+  OUTPUT_FILE "${stdout_file}"
   ERROR_FILE "${io_dir}/stderr.txt"
   RESULT_VARIABLE run_status
   TIMEOUT ${opt_timeout})

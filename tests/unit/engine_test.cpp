@@ -34,6 +34,22 @@ TEST(ErrorReport, WarningRecordWindowAndOnError) {
     EXPECT_EQ(h.host.printed[1], "after " + message + "|1|2|bogus one two");
 }
 
+// A doubling loop stops growing at the text limit: each longer text is a warning and the
+// variable keeps its last value.
+TEST(ErrorReport, TextOverTheLimitIsOutOfStringSpace) {
+    Harness h;
+    h.text_limit = 1000;
+    const int status = h.run(
+        "sub main\n  errorshow off\n  set $s$ \"x\"\n  set $n$ 0\n  while $n$ < 12\n"
+        "    set $s$ \"$s$$s$\"\n    set $n$ $n$ + 1\n  endwhile\n"
+        "  set $l$ len \"$s$\"\n  print \"$l$\"\nendsub\n");
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(h.host.printed, std::vector<std::string>{"512"});
+    EXPECT_NE(h.log().find("Line 6= set $s$ \"$s$$s$\"\nFrom Quiller : (DoPrg) Run-time error in "
+                           "'set'\nFrom Windows : Out of string space (14)\n"),
+              std::string::npos);
+}
+
 TEST(ErrorReport, FatalEndsTheRunAndNamesTheScript) {
     Harness h;
     const int status = h.run("sub main\n  goto nowhere\n  print never\nendsub\n");

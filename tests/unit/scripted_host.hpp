@@ -142,6 +142,7 @@ struct Harness {
     Platform platform;
     MemoryFiles* files;
     RegistryStore* registry;  // in memory: tests never touch a real store
+    std::size_t text_limit = kMaxTextLength;
 
     Harness() {
         auto f = std::make_unique<MemoryFiles>();
@@ -156,6 +157,7 @@ struct Harness {
     int run(const std::string& script, const std::string& params = {}) {
         files->files["job.prg"] = script;
         Engine engine(host, platform, standard_language());
+        engine.variables().set_text_limit(text_limit);
         return engine.run("job.prg " + params);
     }
     std::string log() { return lf(files->files["/tmp/ql_err.txt"]); }

@@ -25,4 +25,6 @@ set(QUILLER_POSIX_ONLY_SCRIPT_TESTS
   process_web_no_opener
   process_shutdown
   # The POSIX warnings of drive and printer connections; Windows answers for real.
-  network_posix_unavailable)
+  network_posix_unavailable
+  # Standard output sent to /dev/full.
+  errors_stdout_full)

@@ -1,5 +1,8 @@
 #include "hosts/console/console_host.hpp"
 
+#include <cerrno>
+#include <cstring>
+
 #include "value/text.hpp"
 
 #ifdef _WIN32
@@ -26,11 +29,26 @@ bool is_terminal(std::FILE* f) {
 ConsoleHost::ConsoleHost(std::FILE* out, std::FILE* err, std::FILE* in)
     : out_(out), err_(err), in_(in), interactive_(is_terminal(in)) {}
 
+// Output that can't be written ends the run: the reason goes to stderr while it still works.
+void ConsoleHost::flush(std::FILE* f) {
+    errno = 0;
+    if (std::fflush(f) == 0 && !std::ferror(f)) return;
+    const int code = errno ? errno : EIO;
+    const std::string channel = f == out_ ? "standard output" : "standard error";
+    const std::string message =
+        "quillerc: " + channel + " can't be written: " + std::strerror(code);
+    if (f != err_) {
+        std::fprintf(err_, "%s\n", message.c_str());
+        std::fflush(err_);
+    }
+    throw HostOutputFailed{message};
+}
+
 void ConsoleHost::write_err(std::string_view title, std::string_view text) {
     if (!title.empty()) std::fprintf(err_, "%.*s\n", static_cast<int>(title.size()), title.data());
     std::fwrite(text.data(), 1, text.size(), err_);
     std::fputc('\n', err_);
-    std::fflush(err_);
+    flush(err_);
 }
 
 bool ConsoleHost::read_line(std::string& line) {
@@ -49,7 +67,7 @@ bool ConsoleHost::read_line(std::string& line) {
 void ConsoleHost::output_printed(const OutputModel&, std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), out_);
     std::fputc('\n', out_);
-    std::fflush(out_);
+    flush(out_);
 }
 
 void ConsoleHost::output_pause(const OutputModel&, std::string_view message) {
@@ -154,7 +172,7 @@ std::string ConsoleHost::choose_script(std::string_view title, std::string_view 
     if (!last_script.empty())
         std::fprintf(err_, "[%.*s] ", static_cast<int>(last_script.size()), last_script.data());
     std::fprintf(err_, "File: ");
-    std::fflush(err_);
+    flush(err_);
     std::string name;
     read_line(name);
     return name.empty() ? std::string(last_script) : name;
@@ -225,14 +243,15 @@ void ConsoleHost::progress_update(const ProgressModel& model) {
     if (width < progress_width_) out.append(progress_width_ - width, ' ');
     progress_width_ = width;
     std::fwrite(out.data(), 1, out.size(), err_);
-    std::fflush(err_);
+    flush(err_);
 }
 
 void ConsoleHost::progress_close() {
     if (progress_on_ && progress_width_ > 0) {
-        const std::string wipe = "\r" + std::string(progress_width_, ' ') + "\r";
+        std::string wipe(progress_width_ + 2, ' ');
+        wipe.front() = wipe.back() = '\r';
         std::fwrite(wipe.data(), 1, wipe.size(), err_);
-        std::fflush(err_);
+        flush(err_);
     }
     progress_on_ = false;
     progress_width_ = 0;

@@ -35,6 +35,7 @@ class ConsoleHost final : public Host {
 
   private:
     void write_err(std::string_view title, std::string_view text);
+    void flush(std::FILE* f);
     bool read_line(std::string& line);
 
     std::FILE* out_;
