@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "os/atomic_replace.hpp"
 #include "os/file_operations.hpp"
 #include "os/network.hpp"
 #include "os/processes.hpp"
@@ -66,6 +67,13 @@ class FileSystem {
     // Replaces a file's content through a temporary file in the same directory and an atomic
     // rename, so a crash never leaves a half-written file. False on failure (code in `error`).
     virtual bool replace_file(const std::string& path, std::string_view bytes, int& error) = 0;
+    // Starts writing a file anew through a temporary file beside it, renamed over the file on
+    // commit (a link is followed, so the link stays).
+    virtual Result<std::unique_ptr<ReplacementFile>> begin_replace(const std::string& path) = 0;
+    // Copies a regular file with its modification time and attributes through a temporary file
+    // in the target's folder, reporting progress and asking whether to stop between blocks.
+    virtual Status copy_file(const std::string& from, const std::string& to,
+                             const CopyControl& control) = 0;
     // Total bytes of the files of a directory tree; nothing when it can't be listed.
     virtual std::optional<std::int64_t> tree_size(const std::string& directory) = 0;
     // Free bytes on the disk that holds `path` (a drive such as "C:" or any path on it).

@@ -110,6 +110,12 @@ class MemoryFiles final : public FileSystem {
         files[path] = bytes;
         return true;
     }
+    Result<std::unique_ptr<ReplacementFile>> begin_replace(const std::string&) override {
+        return SystemError{38, "Function not implemented"};
+    }
+    Status copy_file(const std::string&, const std::string&, const CopyControl&) override {
+        return SystemError{38, "Function not implemented"};
+    }
     std::optional<std::int64_t> tree_size(const std::string&) override { return std::nullopt; }
     std::optional<std::int64_t> free_space(const std::string&) override { return std::nullopt; }
     std::string temp_file_name(const std::string&, bool) override { return {}; }

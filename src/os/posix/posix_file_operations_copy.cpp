@@ -1,4 +1,4 @@
-// Copying a file and removing a tree on POSIX.
+// Copying a file (through the shared helper) and removing a tree on POSIX.
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,12 +16,12 @@
 
 #include "os/file_operation_paths.hpp"
 #include "os/posix/posix_file_operations.hpp"
+#include "os/atomic_replace.hpp"
 #include "os/posix/posix_platform.hpp"
+#include "os/posix/posix_raw_file.hpp"
 
 namespace quiller::posix {
 namespace {
-
-constexpr std::size_t kCopyBuffer = 256 * 1024;
 
 // Closes a descriptor when it goes out of scope.
 struct Fd {
@@ -30,64 +30,6 @@ struct Fd {
         if (fd >= 0) ::close(fd);
     }
 };
-
-bool copy_bytes(int in, int out) {
-    auto buffer = std::make_unique<char[]>(kCopyBuffer);
-    for (;;) {
-        const ssize_t n = ::read(in, buffer.get(), kCopyBuffer);
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) return n == 0;
-        for (ssize_t done = 0; done < n;) {
-            const ssize_t w = ::write(out, buffer.get() + done, static_cast<std::size_t>(n - done));
-            if (w < 0 && errno == EINTR) continue;
-            if (w <= 0) return false;
-            done += w;
-        }
-    }
-}
-
-// The kept attribute word travels with the copy (archive set, as for any new file).
-void copy_dos_word(const std::string& from, int out) {
-    const auto bits = read_dos_attributes(from);
-    if (!bits) return;
-    char text[16];
-    const int n = std::snprintf(text, sizeof text, "0x%x", static_cast<unsigned>(*bits | 0x20u));
-    ::fsetxattr(out, "user.DOSATTRIB", text, static_cast<std::size_t>(n), 0);
-}
-
-// Content, kept word, permissions and times, then flushed; false with errno.
-bool fill(int in, const struct stat& st, const std::string& from, int out) {
-    if (!copy_bytes(in, out)) return false;
-    copy_dos_word(from, out);
-    const struct timespec times[2] = {st.st_atim, st.st_mtim};
-    return ::fchmod(out, st.st_mode & 0777) == 0 && ::futimens(out, times) == 0 &&
-           ::fsync(out) == 0;
-}
-
-// The file a target path leads to: a link is followed, so the copy replaces what it points at.
-std::string followed(const std::string& p) {
-    struct stat st {};
-    char buffer[PATH_MAX];
-    if (::lstat(p.c_str(), &st) == 0 && S_ISLNK(st.st_mode) && ::realpath(p.c_str(), buffer))
-        return buffer;
-    return p;
-}
-
-// Why `target` must not be replaced by a copy of `source`, or 0.
-int replace_refusal(const struct stat& source, const std::string& target) {
-    struct stat st {};
-    if (::stat(target.c_str(), &st) != 0) return 0;
-    if (st.st_dev == source.st_dev && st.st_ino == source.st_ino) return EINVAL;
-    if (S_ISDIR(st.st_mode)) return EISDIR;
-    return (st.st_mode & S_IWUSR) ? 0 : EACCES;
-}
-
-void sync_directory_of(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    const std::string dir = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-    Fd d{::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
-    if (d.fd >= 0) ::fsync(d.fd);
-}
 
 // The identity of a directory: device and inode.
 using Identity = std::pair<dev_t, ino_t>;
@@ -181,33 +123,10 @@ class TreeRemoval {
 }  // namespace
 
 bool PosixFileOperations::copy_file(const std::string& from, const std::string& to, int& error) {
-    const std::string source = native_path(from);
-    const std::string target = followed(native_path(to));
-    Fd in{::open(source.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY)};
-    struct stat st {};
-    if (in.fd < 0 || ::fstat(in.fd, &st) != 0) {
-        error = errno;
-        return false;
-    }
-    error = !S_ISREG(st.st_mode) ? (S_ISDIR(st.st_mode) ? EISDIR : EINVAL)
-                                 : replace_refusal(st, target);
-    if (error) return false;
-    std::string temp = target + ".XXXXXX";
-    Fd out{::mkostemp(temp.data(), O_CLOEXEC)};
-    if (out.fd < 0 || !fill(in.fd, st, source, out.fd)) {
-        error = errno;
-        if (out.fd >= 0) ::unlink(temp.c_str());
-        return false;
-    }
-    const int closed = ::close(out.fd);
-    out.fd = -1;
-    if (closed != 0 || ::rename(temp.c_str(), target.c_str()) != 0) {
-        error = errno;
-        ::unlink(temp.c_str());
-        return false;
-    }
-    sync_directory_of(target);
-    return true;
+    PosixPrimitives primitives;
+    const Status s = copy_through_temp(primitives, from, to);
+    if (!s) error = s.error().code;
+    return s.ok();
 }
 
 bool PosixFileOperations::remove_tree(const std::string& path, std::string& failed, int& error) {

@@ -1,4 +1,4 @@
-// Files opened by scripts, temporary files and atomic replacement on POSIX.
+// Files opened by scripts, temporary files, and replacement through the shared helper, on POSIX.
 //
 // Only regular files are read (a FIFO would block, a device could stream for ever); writing
 // also accepts character devices such as /dev/null. A file whose owner-write bit is clear
@@ -161,52 +161,6 @@ int open_checked(const std::string& path, OpenMode mode, int& error) {
     return fd;
 }
 
-// The file a path names, through symbolic links, so that replacing it keeps the link.
-std::string resolved(const std::string& path) {
-    char buffer[PATH_MAX];
-    return ::realpath(path.c_str(), buffer) ? std::string(buffer) : path;
-}
-
-// Gives a new file the mode and owner of the one it replaces (or the default mode).
-void copy_identity(int fd, const struct stat* old) {
-    if (old) {
-        [[maybe_unused]] const int ignored = ::fchown(fd, old->st_uid, old->st_gid);
-        ::fchmod(fd, old->st_mode & 07777);
-        return;
-    }
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    ::fchmod(fd, 0666 & ~mask);
-}
-
-// Makes a rename durable: flushes the directory that holds `path`.
-void sync_directory(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    const std::string dir = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-    const int fd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0) return;
-    ::fsync(fd);
-    ::close(fd);
-}
-
-// Writes `bytes` to a new temporary file beside `target`; its name, or empty with `error`.
-std::string write_beside(const std::string& target, std::string_view bytes, const struct stat* old,
-                         int& error) {
-    std::string temp = target + ".XXXXXX";
-    const int fd = ::mkstemp(temp.data());
-    if (fd < 0) {
-        error = errno;
-        return {};
-    }
-    copy_identity(fd, old);
-    const bool written = write_all(fd, bytes) && ::fsync(fd) == 0;
-    const int code = errno;
-    if (::close(fd) == 0 && written) return temp;
-    error = written ? errno : code;
-    ::unlink(temp.c_str());
-    return {};
-}
-
 // The platform's naming of temporary files uses at most three characters of the prefix; path
 // separators are left out so the name stays in the temporary directory.
 std::string temp_stem(const std::string& prefix) {
@@ -233,22 +187,18 @@ std::unique_ptr<OpenFile> PosixFileSystem::open(const std::string& path, OpenMod
 }
 
 bool PosixFileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {
-    const std::string target = resolved(native_path(path));
-    struct stat st {};
-    const bool existed = ::stat(target.c_str(), &st) == 0;
-    if (existed && (!S_ISREG(st.st_mode) || read_only(st))) {
-        error = S_ISDIR(st.st_mode) ? EISDIR : EACCES;
-        return false;
-    }
-    const std::string temp = write_beside(target, bytes, existed ? &st : nullptr, error);
-    if (temp.empty()) return false;
-    if (::rename(temp.c_str(), target.c_str()) != 0) {
-        error = errno;
-        ::unlink(temp.c_str());
-        return false;
-    }
-    sync_directory(target);
-    return true;
+    const Status s = replace_content(primitives_, path, bytes);
+    if (!s) error = s.error().code;
+    return s.ok();
+}
+
+Result<std::unique_ptr<ReplacementFile>> PosixFileSystem::begin_replace(const std::string& path) {
+    return begin_replacement(primitives_, path);
+}
+
+Status PosixFileSystem::copy_file(const std::string& from, const std::string& to,
+                                  const CopyControl& control) {
+    return copy_through_temp(primitives_, from, to, control);
 }
 
 std::string PosixFileSystem::temp_file_name(const std::string& prefix, bool create) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "os/platform.hpp"
+#include "os/posix/posix_raw_file.hpp"
 
 namespace quiller::posix {
 
@@ -17,9 +18,15 @@ class PosixFileSystem final : public FileSystem {
     std::string error_text(int code) override;
     std::unique_ptr<OpenFile> open(const std::string& path, OpenMode mode, int& error) override;
     bool replace_file(const std::string& path, std::string_view bytes, int& error) override;
+    Result<std::unique_ptr<ReplacementFile>> begin_replace(const std::string& path) override;
+    Status copy_file(const std::string& from, const std::string& to,
+                     const CopyControl& control) override;
     std::optional<std::int64_t> tree_size(const std::string& directory) override;
     std::optional<std::int64_t> free_space(const std::string& path) override;
     std::string temp_file_name(const std::string& prefix, bool create) override;
+
+  private:
+    PosixPrimitives primitives_;
 };
 
 class PosixEnvironment final : public Environment {

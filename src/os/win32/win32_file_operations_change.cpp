@@ -1,7 +1,9 @@
 // Copying a file, removing a tree and setting attributes on Win32.
 #include "os/file_operation_paths.hpp"
 #include "os/win32/win32_file_operations.hpp"
+#include "os/atomic_replace.hpp"
 #include "os/win32/win32_platform.hpp"
+#include "os/win32/win32_raw_file.hpp"
 
 #include <winioctl.h>  // after windows.h, which it needs
 
@@ -81,44 +83,13 @@ class TreeRemoval {
     bool ok_ = true;
 };
 
-// Copies `source` to a new temporary file beside `target`; its name, or empty.
-std::wstring copy_beside(const std::wstring& source, const std::wstring& target, int& error) {
-    static unsigned counter = 0;
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        const unsigned tag = static_cast<unsigned>(GetTickCount64()) ^
-                             (GetCurrentProcessId() << 16) ^ ++counter * 2654435761u;
-        wchar_t suffix[16];
-        swprintf(suffix, 16, L".%08x", tag);
-        const std::wstring temp = target + suffix;
-        if (CopyFileExW(source.c_str(), temp.c_str(), nullptr, nullptr, nullptr,
-                        COPY_FILE_FAIL_IF_EXISTS))
-            return temp;
-        error = last_error();
-        if (error != ERROR_FILE_EXISTS && error != ERROR_ALREADY_EXISTS) return {};
-    }
-    return {};
-}
-
 }  // namespace
 
 bool Win32FileOperations::copy_file(const std::string& from, const std::string& to, int& error) {
-    const std::wstring source = long_path(from);
-    const std::wstring target = long_path(to);
-    const DWORD existing = GetFileAttributesW(target.c_str());
-    if (existing != INVALID_FILE_ATTRIBUTES &&
-        (existing & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY))) {
-        error = ERROR_ACCESS_DENIED;
-        return false;
-    }
-    const std::wstring temp = copy_beside(source, target, error);
-    if (temp.empty()) return false;
-    if (MoveFileExW(temp.c_str(), target.c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        return true;
-    error = last_error();
-    SetFileAttributesW(temp.c_str(), FILE_ATTRIBUTE_NORMAL);
-    DeleteFileW(temp.c_str());
-    return false;
+    Win32Primitives primitives;
+    const Status s = copy_through_temp(primitives, from, to);
+    if (!s) error = s.error().code;
+    return s.ok();
 }
 
 bool Win32FileOperations::remove_tree(const std::string& path, std::string& failed, int& error) {

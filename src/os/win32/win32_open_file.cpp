@@ -1,4 +1,4 @@
-// Files opened by scripts and atomic replacement on Win32.
+// Files opened by scripts, and replacement through the shared helper, on Win32.
 //
 // Only disk files are read (a pipe could block, a device stream for ever); writing also accepts
 // character devices such as NUL. A file with the read-only attribute is never written, even by an
@@ -119,44 +119,6 @@ FileHandle open_checked(const std::string& path, OpenMode mode, int& error) {
     return FileHandle();
 }
 
-// A new, empty file beside `path`, named after it; its name in `temp`.
-FileHandle create_sibling(const std::string& path, std::wstring& temp) {
-    const DWORD seed = GetCurrentProcessId() * 65599u + GetTickCount();
-    for (DWORD attempt = 0; attempt < 100; ++attempt) {
-        temp = native_path(path + "." + std::to_string((seed + attempt) & 0xFFFFFF) + ".tmp");
-        FileHandle file(CreateFileW(temp.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
-        if (file.valid() || GetLastError() != ERROR_FILE_EXISTS) return file;
-    }
-    return FileHandle();
-}
-
-// Writes `bytes` to a new file beside `path` and flushes it to the disk; 0 or the error code.
-// `temp` names the file once it exists.
-DWORD write_sibling(const std::string& path, std::string_view bytes, std::wstring& temp) {
-    FileHandle file = create_sibling(path, temp);
-    if (!file.valid()) {
-        const DWORD code = GetLastError();
-        temp.clear();
-        return code;
-    }
-    bool ok = write_all(file.get(), bytes.data(), bytes.size()) && FlushFileBuffers(file.get());
-    DWORD code = ok ? 0 : GetLastError();
-    if (!file.close() && ok) {
-        ok = false;
-        code = GetLastError();
-    }
-    return ok ? 0 : (code != 0 ? code : ERROR_WRITE_FAULT);
-}
-
-// The replaced file keeps its hidden, system and archive attributes.
-void copy_attributes(const std::wstring& from, const std::wstring& to) {
-    const DWORD attrs = GetFileAttributesW(from.c_str());
-    if (attrs == INVALID_FILE_ATTRIBUTES) return;
-    const DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
-    if (attrs & kept) SetFileAttributesW(to.c_str(), attrs & kept);
-}
-
 }  // namespace
 
 std::unique_ptr<OpenFile> Win32FileSystem::open(const std::string& path, OpenMode mode,
@@ -171,25 +133,18 @@ std::unique_ptr<OpenFile> Win32FileSystem::open(const std::string& path, OpenMod
 }
 
 bool Win32FileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {
-    const std::wstring target = native_path(path);
-    const DWORD old = GetFileAttributesW(target.c_str());
-    if (old != INVALID_FILE_ATTRIBUTES &&
-        (old & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY))) {
-        error = ERROR_ACCESS_DENIED;
-        return false;
-    }
-    std::wstring temp;
-    DWORD code = write_sibling(path, bytes, temp);
-    if (code == 0) {
-        copy_attributes(target, temp);
-        if (MoveFileExW(temp.c_str(), target.c_str(),
-                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-            return true;
-        code = GetLastError();
-    }
-    if (!temp.empty()) DeleteFileW(temp.c_str());
-    error = static_cast<int>(code != 0 ? code : ERROR_WRITE_FAULT);
-    return false;
+    const Status s = replace_content(primitives_, path, bytes);
+    if (!s) error = s.error().code;
+    return s.ok();
+}
+
+Result<std::unique_ptr<ReplacementFile>> Win32FileSystem::begin_replace(const std::string& path) {
+    return begin_replacement(primitives_, path);
+}
+
+Status Win32FileSystem::copy_file(const std::string& from, const std::string& to,
+                                  const CopyControl& control) {
+    return copy_through_temp(primitives_, from, to, control);
 }
 
 }  // namespace quiller::win32

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "os/platform.hpp"
+#include "os/win32/win32_raw_file.hpp"
 
 namespace quiller::win32 {
 
@@ -30,9 +31,15 @@ class Win32FileSystem final : public FileSystem {
     std::string error_text(int code) override;
     std::unique_ptr<OpenFile> open(const std::string& path, OpenMode mode, int& error) override;
     bool replace_file(const std::string& path, std::string_view bytes, int& error) override;
+    Result<std::unique_ptr<ReplacementFile>> begin_replace(const std::string& path) override;
+    Status copy_file(const std::string& from, const std::string& to,
+                     const CopyControl& control) override;
     std::optional<std::int64_t> tree_size(const std::string& directory) override;
     std::optional<std::int64_t> free_space(const std::string& path) override;
     std::string temp_file_name(const std::string& prefix, bool create) override;
+
+  private:
+    Win32Primitives primitives_;
 };
 
 class Win32Environment final : public Environment {

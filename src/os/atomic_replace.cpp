@@ -1,0 +1,106 @@
+// The temporary-file dance of every whole-file writer, over the platform's primitives.
+#include "os/atomic_replace.hpp"
+
+#include <atomic>
+#include <memory>
+#include <utility>
+
+namespace quiller {
+namespace {
+
+constexpr std::size_t kCopyBlock = 256 * 1024;
+constexpr unsigned kNameAttempts = 100;
+
+// Told apart from each other across threads and replacements of one process.
+std::atomic<unsigned> temp_counter{0};
+
+}  // namespace
+
+ReplacementFile::ReplacementFile(FilePrimitives& platform, std::unique_ptr<RawFile> file,
+                                 std::string temp, std::string target)
+    : platform_(platform),
+      file_(std::move(file)),
+      temp_(std::move(temp)),
+      target_(std::move(target)) {}
+
+ReplacementFile::~ReplacementFile() {
+    if (committed_) return;
+    file_->close();
+    platform_.discard(temp_);
+}
+
+Status ReplacementFile::write(std::string_view bytes) {
+    return file_->write(bytes);
+}
+
+Status ReplacementFile::commit() {
+    Status s = file_->flush();
+    if (Status closed = file_->close(); s && !closed) s = closed;
+    if (s) s = platform_.rename_over(temp_, target_);
+    committed_ = s.ok();
+    return s;
+}
+
+std::string temp_name_beside(const std::string& target, int pid, unsigned n) {
+    const std::size_t slash = target.find_last_of("/\\");
+    const std::size_t start = slash == std::string::npos ? 0 : slash + 1;
+    return target.substr(0, start) + "." + target.substr(start) + ".quiller-tmp-" +
+           std::to_string(pid) + "-" + std::to_string(n);
+}
+
+Result<std::unique_ptr<ReplacementFile>> begin_replacement(FilePrimitives& platform,
+                                                           const std::string& path) {
+    Result<std::string> target = platform.replaceable(path);
+    if (!target) return target.error();
+    for (unsigned attempt = 0;; ++attempt) {
+        std::string temp = temp_name_beside(*target, platform.process_id(), temp_counter++);
+        auto file = platform.create_new(temp, *target);
+        if (file)
+            return std::make_unique<ReplacementFile>(platform, std::move(*file), std::move(temp),
+                                                     std::move(*target));
+        if (file.error().kind != ErrorKind::Exists || attempt + 1 == kNameAttempts)
+            return file.error();
+    }
+}
+
+Status replace_content(FilePrimitives& platform, const std::string& path, std::string_view bytes) {
+    auto replacement = begin_replacement(platform, path);
+    if (!replacement) return replacement.error();
+    if (Status s = (*replacement)->write(bytes); !s) return s;
+    return (*replacement)->commit();
+}
+
+namespace {
+
+// The blocks of `in` to `out`, reporting and asking between blocks.
+Status copy_blocks(FilePrimitives& platform, RawFile& in, ReplacementFile& out,
+                   const CopyControl& control) {
+    const auto buffer = std::make_unique<char[]>(kCopyBlock);
+    std::int64_t done = 0;
+    for (;;) {
+        if (control.cancelled && control.cancelled()) return platform.cancelled();
+        Result<std::size_t> n = in.read(buffer.get(), kCopyBlock);
+        if (!n) return n.error();
+        if (*n == 0) return {};
+        if (Status s = out.write({buffer.get(), *n}); !s) return s;
+        done += static_cast<std::int64_t>(*n);
+        if (control.progress) control.progress(done);
+    }
+}
+
+}  // namespace
+
+Status copy_through_temp(FilePrimitives& platform, const std::string& from, const std::string& to,
+                         const CopyControl& control) {
+    auto source = platform.open_source(from);
+    if (!source) return source.error();
+    if ((*source)->is(to)) return platform.same_file();
+    auto target = begin_replacement(platform, to);
+    if (!target) return target.error();
+    ReplacementFile& out = **target;
+    if (Status s = copy_blocks(platform, **source, out, control); !s) return s;
+    if (Status s = out.file().take_stamp(**source); !s) return s;
+    return out.commit();
+}
+
+}  // namespace quiller
