@@ -18,47 +18,19 @@
 namespace quiller::differential {
 namespace {
 
-std::size_t skip_blanks(std::string_view s, std::size_t p) {
-    while (p < s.size() && (s[p] == ' ' || s[p] == '\t')) ++p;
-    return p;
-}
-
-// The text between double quotes starting at `p`, kept as written (escapes included); `p`
-// moves past the closing quote. False when there is no closing quote.
-bool quoted(std::string_view s, std::size_t& p, std::string& out) {
-    if (p >= s.size() || s[p] != '"') return false;
-    for (++p; p < s.size(); ++p) {
-        if (s[p] == '"') {
-            ++p;
-            return true;
-        }
-        if (s[p] == '\\' && p + 1 < s.size()) out += s[p++];
-        out += s[p];
-    }
-    return false;
-}
-
-std::optional<KnownDifference> parse_line(std::string_view line, int number) {
-    KnownDifference k;
-    k.line = number;
-    std::size_t p = skip_blanks(line, 0);
-    const std::size_t kind_end = line.find_first_of(" \t", p);
-    if (kind_end == std::string_view::npos) return std::nullopt;
-    k.kind = std::string(line.substr(p, kind_end - p));
-    p = skip_blanks(line, kind_end);
-    const bool is_pattern = line.substr(p, 3) == "re\"";
-    if (is_pattern) p += 2;
-    if (!quoted(line, p, k.input)) return std::nullopt;
-    if (is_pattern) {
+// KIND, then "INPUT" or re"PATTERN" (the text between the quotes kept as written), then REASON.
+std::optional<KnownDifference> parse_line(const std::string& line, int number) {
+    static const std::regex entry(R"re(\s*(\S+)\s+(re)?"((?:[^"\\]|\\.)*)"\s*(\S.*))re");
+    std::smatch m;
+    if (!std::regex_match(line, m, entry)) return std::nullopt;
+    KnownDifference k{m[1].str(), m[3].str(), nullptr, m[4].str(), number};
+    if (m[2].matched) {
         try {
             k.pattern = std::make_shared<const std::regex>(k.input, std::regex::ECMAScript);
         } catch (const std::regex_error&) {
             return std::nullopt;
         }
     }
-    p = skip_blanks(line, p);
-    k.reason = std::string(line.substr(p));
-    if (k.reason.empty()) return std::nullopt;
     return k;
 }
 
@@ -79,8 +51,8 @@ std::optional<std::vector<KnownDifference>> load_known_differences(const std::st
     std::string line;
     for (int n = 1; std::getline(in, line); ++n) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
-        const std::size_t first = skip_blanks(line, 0);
-        if (first == line.size() || line[first] == '#') continue;
+        const std::size_t first = line.find_first_not_of(" \t");
+        if (first == std::string::npos || line[first] == '#') continue;
         std::optional<KnownDifference> k = parse_line(line, n);
         if (!k) {
             std::fprintf(stderr,
