@@ -37,25 +37,35 @@ int compare_lower(std::string_view a, std::string_view b) {
     return a.size() < b.size() ? -1 : (a.size() > b.size() ? 1 : 0);
 }
 
+// The row of a test name; an ASCII name (every name of the table) is lower-cased without an
+// allocation.
+const ConditionTestRow* find_test(const Language& language, std::string_view word) {
+    char lower[32];
+    if (word.size() > sizeof lower || !text::is_ascii(word))
+        return language.test(text::to_lower(word));
+    for (std::size_t i = 0; i < word.size(); ++i) lower[i] = text::ascii_lower_char(word[i]);
+    return language.test(std::string_view(lower, word.size()));
+}
+
 }  // namespace
 
 bool normalise_condition(std::string& command, std::string& condition) {
     bool changed = false;
-    if (condition.size() >= 3 &&
-        text::ascii_lower(std::string_view(condition).substr(0, 3)) == "not") {
+    if (condition.size() >= 3 && text::ascii_lower_char(condition[0]) == 'n' &&
+        text::ascii_lower_char(condition[1]) == 'o' &&
+        text::ascii_lower_char(condition[2]) == 't') {
         command += "not";
         condition = std::string(text::trim(std::string_view(condition).substr(3)));
         changed = true;
     }
+    // Rewritten in place ("a < b" becomes "lessthan a   b"), so the line's buffer is reused.
+    if (condition.find_first_of("<>=") == std::string::npos) return changed;
     for (const OperatorWord& op : kOperators) {
         const std::size_t p = condition.find(op.symbol);
         if (p == std::string::npos) continue;
-        std::string rewritten(op.word);
-        rewritten += ' ';
-        rewritten.append(condition, 0, p);
-        rewritten += ' ';
-        rewritten.append(condition, p + op.symbol.size());
-        condition = std::move(rewritten);
+        condition.replace(p, op.symbol.size(), 1, ' ');
+        condition.insert(0, 1, ' ');
+        condition.insert(0, op.word);
         break;
     }
     return changed;
@@ -77,7 +87,7 @@ int compare_operands(std::string_view a, std::string_view b, int year) {
 }
 
 bool eval_boolean(Engine& engine, const Slots& words) {
-    if (const ConditionTestRow* row = engine.language().test(text::to_lower(words[1])))
+    if (const ConditionTestRow* row = find_test(engine.language(), words[1]))
         return row->run(engine, words[2], words[3]);
     engine.report_error(
         "(EvalBoolean) : " + words[1] + " " + words[2] + " " + words[3] + " :Unrecognized command",

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "value/ascii_class.hpp"
 #include "value/date_fields.hpp"
 #include "value/value.hpp"
 
@@ -144,6 +145,8 @@ std::optional<double> day_number(Ymd d) {
 }  // namespace
 
 std::optional<double> parse_date(std::string_view s, int current_year) {
+    // A lone number is a date only with AM or PM after it.
+    if (detail::plain_whole_number(s)) return std::nullopt;
     DateFields f;
     if (!detail::scan_date_fields(s, f)) return std::nullopt;
     const Layout* layout = find_layout(f);

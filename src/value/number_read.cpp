@@ -54,6 +54,7 @@ double read_radix(const char* p, const char* end, int radix) {
 }  // namespace
 
 double read_leading_number(std::string_view s) {
+    if (const auto whole = detail::plain_whole_number(s)) return *whole;
     const char* p = s.data();
     const char* end = p + s.size();
     while (p != end && detail::is_blank(*p)) ++p;

@@ -147,6 +147,7 @@ bool scan_number(std::string_view s, DecimalDigits& digits, Affixes& affixes, in
 // The whole text is checked before the digits are converted: most texts that are not numbers
 // fail on a later character, and then no conversion is paid for.
 std::optional<double> parse_locale_number(std::string_view s) {
+    if (const auto whole = detail::plain_whole_number(s)) return *whole;
     DecimalDigits digits;
     Affixes affixes;
     int radix = 0;
@@ -162,6 +163,7 @@ std::optional<double> parse_locale_number(std::string_view s) {
 }
 
 bool is_numeric(std::string_view s) {
+    if (detail::plain_whole_number(s)) return true;
     DecimalDigits digits;
     Affixes affixes;
     int radix = 0;
