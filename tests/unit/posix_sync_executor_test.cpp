@@ -1,0 +1,151 @@
+// The executor on a real folder: failures stay with their action and the run goes on; a copy
+// that can't be finished leaves the old file and no temporary; the listing after the run is what
+// a scan would find.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+
+#include "sync/executor.hpp"
+#include "sync/sort.hpp"
+
+namespace quiller::sync {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Copies until `budget` files are written, then reports a full disk.
+class FullDisk final : public MirrorFiles {
+  public:
+    explicit FullDisk(int budget) : budget_(budget) {}
+    bool copy_new(const std::string& from, const std::string& to, int& error) override {
+        if (budget_-- > 0) return real_->copy_new(from, to, error);
+        std::ofstream(to) << "part";  // what a full disk leaves behind
+        fs::remove(to);
+        error = ENOSPC;
+        return false;
+    }
+    bool replace(const std::string& from, const std::string& to, int& error) override {
+        return real_->replace(from, to, error);
+    }
+
+  private:
+    int budget_;
+    std::unique_ptr<MirrorFiles> real_ = make_mirror_files();
+};
+
+struct Ended {
+    std::string kind, path;
+    int error;
+};
+
+class Recorder final : public ExecutionObserver {
+  public:
+    void action_ended(const Action& a, std::string_view path, int error) override {
+        ended.push_back({std::string(kind_name(a.kind)), std::string(path), error});
+    }
+    void between_actions(std::int64_t, std::string_view) override {}
+    std::vector<Ended> ended;
+};
+
+class SyncExecutor : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        dir_ =
+            fs::temp_directory_path() /
+            ("quiller-exec-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
+             ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(dir_);
+        fs::create_directories(dir_ / "src");
+        fs::create_directories(dir_ / "dst");
+    }
+    void TearDown() override {
+        fs::permissions(dir_, fs::perms::owner_all, fs::perm_options::add);
+        fs::remove_all(dir_);
+    }
+    // A file of `text` on disk and its record in `l` ("/" ends a folder).
+    void entry(Listing& l, const std::string& side, const std::string& name,
+               const std::string& text = {}, bool on_disk = true) {
+        const fs::path p = dir_ / side / name;
+        const bool folder = name.back() == '/';
+        if (on_disk && folder) fs::create_directories(p);
+        if (on_disk && !folder) std::ofstream(p) << text;
+        l.add(folder ? name.substr(0, name.size() - 1) : name, 45000 + text.size(),
+              folder ? std::int16_t{kDirectory} : std::int16_t{kArchive},
+              static_cast<std::int64_t>(text.size()));
+    }
+    std::string read(const std::string& rel) {
+        std::ifstream in(dir_ / rel);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+    std::vector<Ended> run(Listing& s, Listing& t, MirrorFiles& files, Listing* after = nullptr) {
+        sort_listing(s);
+        sort_listing(t);
+        const std::string sroot = (dir_ / "src").string(), troot = (dir_ / "dst").string();
+        const ActionList list = compute_actions({s, sroot}, {t, troot}, {});
+        Recorder recorder;
+        Executor x({s, sroot}, {t, troot}, *ops_, files, recorder);
+        x.run(list, true);
+        if (after) *after = x.target_after(list);
+        return recorder.ended;
+    }
+
+    fs::path dir_;
+    std::unique_ptr<FileOperations> ops_ = make_file_operations();
+    std::unique_ptr<MirrorFiles> files_ = make_mirror_files();
+};
+
+TEST_F(SyncExecutor, FailuresStayWithTheirActionAndTheRunGoesOn) {
+    Listing s, t;
+    entry(s, "src", "gone.txt", "vanished between scan and copy", false);
+    entry(s, "src", "ro.txt", "new");
+    entry(t, "dst", "ro.txt", "old text");
+    fs::permissions(dir_ / "dst/ro.txt", fs::perms::owner_read);
+    entry(t, "dst", "full/");
+    std::ofstream(dir_ / "dst/full/kept.txt") << "k";  // not in the listing: the folder stays
+    entry(s, "src", "z.txt", "last");
+    const auto ended = run(s, t, *files_);
+    ASSERT_EQ(ended.size(), 4u);
+    EXPECT_EQ(ended[0].kind + std::to_string(ended[0].error), "rd" + std::to_string(ENOTEMPTY));
+    EXPECT_EQ(ended[1].kind + ended[1].path.substr(dir_.string().size()), "copy/dst/gone.txt");
+    EXPECT_EQ(ended[1].error, ENOENT);
+    EXPECT_EQ(read("dst/ro.txt"), "new");  // a read-only file of the mirror is replaced
+    EXPECT_EQ(read("dst/z.txt"), "last");
+    EXPECT_TRUE(fs::exists(dir_ / "dst/full/kept.txt"));
+}
+
+TEST_F(SyncExecutor, AFullDiskKeepsTheOldFileAndLeavesNoTemporary) {
+    Listing s, t;
+    entry(s, "src", "a.txt", "new a");
+    entry(s, "src", "b.txt", "new b!");
+    entry(t, "dst", "b.txt", "old b");
+    FullDisk disk(1);
+    const auto ended = run(s, t, disk);
+    ASSERT_EQ(ended.size(), 2u);
+    EXPECT_EQ(ended[1].error, ENOSPC);
+    EXPECT_EQ(read("dst/a.txt"), "new a");
+    EXPECT_EQ(read("dst/b.txt"), "old b");
+    for (const auto& e : fs::directory_iterator(dir_ / "dst"))
+        EXPECT_FALSE(is_temporary_name(e.path().filename().string())) << e.path();
+}
+
+TEST_F(SyncExecutor, RenamesNeverOverwriteAndTheListingAfterMatchesTheDisk) {
+    Listing s, t, after;
+    entry(s, "src", "Docs/");
+    entry(s, "src", "Docs/Note.txt", "n");
+    entry(s, "src", "Docs/new.txt", "fresh");
+    entry(t, "dst", "docs/");
+    entry(t, "dst", "docs/note.txt", "n");
+    run(s, t, *files_, &after);
+    EXPECT_EQ(read("dst/Docs/Note.txt"), "n");
+    EXPECT_EQ(read("dst/Docs/new.txt"), "fresh");
+    std::vector<std::string> names;
+    for (std::size_t k = 0; k < after.order.size(); ++k) names.emplace_back(after.sorted_name(k));
+    EXPECT_EQ(names, (std::vector<std::string>{"Docs", "Docs/new.txt", "Docs/Note.txt"}));
+    EXPECT_TRUE(is_temporary_name(".~qlsync-0123456789ab.tmp"));
+    EXPECT_FALSE(is_temporary_name(".~qlsync-.tmp"));
+}
+
+}  // namespace
+}  // namespace quiller::sync
