@@ -41,6 +41,16 @@ bool unsafe_name(std::string_view name) {
     return false;
 }
 
+// True when the folders are one, or one lies inside the other (resolved paths).
+bool nested(const std::string& a, const std::string& b) {
+    if (a.empty() || b.empty()) return false;
+    const std::string& shorter = a.size() <= b.size() ? a : b;
+    const std::string& longer = a.size() <= b.size() ? b : a;
+    if (longer.compare(0, shorter.size(), shorter) != 0) return false;
+    return longer.size() == shorter.size() || shorter.back() == '/' || shorter.back() == '\\' ||
+           longer[shorter.size()] == '/' || longer[shorter.size()] == '\\';
+}
+
 // Drops the positions of the name order for which `drop` says so.
 template <class Drop>
 void drop_entries(Listing& l, Drop drop) {
@@ -103,9 +113,6 @@ void Dircopy::run() {
     report_.line("--- dircopy " + slots_[1] + " to " + slots_[2] +
                  value::format_date(e_.platform().clock->now(), "  (mmm d hh:nn:ss)"));
     if (!open_source() || !open_target()) return;
-    if (ops_.same_file(source_.root, target_.root))
-        return refuse("(dircopy) " + quoted(source_.root) + " and " + quoted(target_.root) +
-                      " are the same folder.");
     report_.set_roots(source_.root, target_.root);
     clean_listings();
     const sync::ActionList list =
@@ -156,19 +163,28 @@ bool Dircopy::open_target() {
     int error = 0;
     const auto entry = ops_.entry(slots_[2], error);
     target_.root = slots_[2];
+    bool trusted = false;
     if (entry && !entry->directory) {
         target_file_ = slots_[2];
         target_.scan_file = true;
         if (!read_scan_file(target_)) return false;
         const auto busy = ops_.entry(target_file_ + std::string(kBusySuffix), error);
         const auto root = ops_.entry(target_.root, error);
-        if (!busy && root && root->directory) return true;
-        // The last run into it did not finish, or its root is gone: the truth is on the disk.
-        report_.line("The scan file " + quoted(target_file_) + " may be out of date; scanning " +
-                     target_.root + ".");
-        target_.listing = Listing{};
-        target_.scan_file = false;
+        trusted = !busy && root && root->directory;
+        if (!trusted) {
+            // The last run into it did not finish, or its root is gone: the disk tells the truth.
+            report_.line("The scan file " + quoted(target_file_) +
+                         " may be out of date; scanning " + target_.root + ".");
+            target_.listing = Listing{};
+            target_.scan_file = false;
+        }
     }
+    if (nested(ops_.resolve(source_.root), ops_.resolve(target_.root))) {
+        refuse("(dircopy) " + quoted(source_.root) + " and " + quoted(target_.root) +
+               " are the same folder, or one lies inside the other.");
+        return false;
+    }
+    if (trusted) return true;
     if (!make_tree(target_.root)) return false;
     if (entry) scan(target_);
     return true;
