@@ -1,7 +1,7 @@
-// The value layer against tables: every row of the reference tables in tests/reference (the
-// platform's own answers, en-US, on a clock in 2026) but those listed in
+// The value layer and the INI profile code against tables: every row of the reference tables in
+// tests/reference (the platform's own answers, en-US, on a clock in 2026) but those listed in
 // cases/reference-deviations.tsv with the project's answer and the reason, and the cases of our
-// own in cases/value.tsv and cases/text.tsv.
+// own in cases/value.tsv, text.tsv and ini.tsv.
 #include <gtest/gtest.h>
 
 #include <charconv>
@@ -13,6 +13,7 @@
 #include <regex>
 #include <string>
 
+#include "os/ini_profile.hpp"
 #include "reference_table.hpp"
 #include "value/format.hpp"
 #include "value/text.hpp"
@@ -229,6 +230,29 @@ const std::map<std::string, Operation, std::less<>>& operations() {
          }},
         {"trim", [](const Cells& a) { return std::string(text::trim(a[0])); }},
         {"unquote", [](const Cells& a) { return std::string(text::unquote(a[0])); }},
+        {"ini-read",
+         [](const Cells& a) {
+             return ini::profile_string(ini::parse_profile(a[0]), a[1], a[2], "DEF");
+         }},
+        {"ini-line-reader",
+         [](const Cells& a) {
+             const auto v = ini::line_reader_value(ini::index_lines(a[0]), a[1], a[2]);
+             return v ? std::string(*v) : "(none)";
+         }},
+        {"ini-entries",
+         [](const Cells& a) {
+             std::string joined;
+             for (const std::string& e : ini::section_entries(a[0], a[1]))
+                 joined += (joined.empty() ? "" : "|") + e;
+             return joined;
+         }},
+        {"ini-edit",
+         [](const Cells& a) {
+             const ini::EditKind kind = a[1] == "set"          ? ini::EditKind::SetValue
+                                        : a[1] == "delete-key" ? ini::EditKind::DeleteKey
+                                                               : ini::EditKind::DeleteSection;
+             return ini::apply_edit(a[0], {kind, a[2], a[3], a[4]}, a[5]);
+         }},
         {"split-path",
          [](const Cells& a) {
              const text::PathParts p = text::split_path(a[0]);
@@ -262,7 +286,7 @@ bool set_named_conventions(std::string_view name) {
 
 void check_cases(const std::string& file) {
     const std::vector<ReferenceRow> rows = load_cases(file);
-    ASSERT_GT(rows.size(), 50u) << file;
+    ASSERT_GT(rows.size(), 40u) << file;
     for (const ReferenceRow& row : rows) {
         Cells args = row.cells;
         const std::string why = args.back().starts_with("# ") ? args.back() : "";
@@ -290,6 +314,7 @@ void check_cases(const std::string& file) {
 TEST(ValueCases, EveryCaseOfTheTables) {
     check_cases("value.tsv");
     check_cases("text.tsv");
+    check_cases("ini.tsv");
 }
 
 }  // namespace
