@@ -157,9 +157,8 @@ void filewrite(Engine& e) {
     if (table.mode(number) == OpenMode::Read) throw failures::bad_file_mode();
     std::string line = e.slots()[2];
     line += kLineBreak;
-    errno = 0;
-    if (!table.find(number)->write(line))
-        throw failures::system(e.platform().files->error_text(errno ? errno : EIO));
+    if (const Status s = table.find(number)->write(line); !s)
+        throw failures::system(s.error().shown());
 }
 
 void fileclose(Engine& e) {
@@ -169,9 +168,7 @@ void fileclose(Engine& e) {
         return;
     }
     const int number = table.open_number(e.slots()[1]);
-    errno = 0;
-    if (!table.close(number))
-        throw failures::system(e.platform().files->error_text(errno ? errno : EIO));
+    if (const Status s = table.close(number); !s) throw failures::system(s.error().shown());
 }
 
 }  // namespace statements

@@ -75,8 +75,9 @@ void printtofile(Engine& e) {
     int error = 0;
     std::unique_ptr<OpenFile> file = files.open(e.slots()[1], OpenMode::Write, error);
     if (!file) throw failures::system(files.error_text(error));
-    const bool ok = file->write(e.output().file_image(kLineBreak));
-    if (!file->close() || !ok) throw failures::path_access_error();
+    const Status written = file->write(e.output().file_image(kLineBreak));
+    const Status closed = file->close();
+    if (!written || !closed) throw failures::path_access_error();
 }
 
 // `printwindow left top width height` (twips). The placement is stored for the output window

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
+#include "engine/failure.hpp"
 #include "value/text.hpp"
 #include "value/value.hpp"
-#include "engine/failure.hpp"
 
 namespace quiller {
 namespace {
@@ -54,12 +54,12 @@ OpenMode FileTable::mode(int number) const {
     return slots_[number - 1].mode;
 }
 
-bool FileTable::close(int number) {
+Status FileTable::close(int number) {
     OpenFile* file = find(number);
-    if (!file) return false;
-    const bool ok = file->close();
+    if (!file) return {};
+    Status closed = file->close();
     slots_[number - 1] = Slot{};
-    return ok;
+    return closed;
 }
 
 void FileTable::close_all() {

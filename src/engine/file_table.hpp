@@ -21,8 +21,8 @@ class FileTable {
     // The open file of a number, or nullptr when the number is not open.
     OpenFile* find(int number);
     OpenMode mode(int number) const;
-    // Closes one file; false when the number is not open or the close failed.
-    bool close(int number);
+    // Closes one file (a number that is not open needs no closing).
+    Status close(int number);
     // Closes every open file, ignoring failures.
     void close_all();
     // Whether the file reached its end (fileread then answers "(eof)" for ever).

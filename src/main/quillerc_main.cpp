@@ -33,6 +33,8 @@ std::string command_line([[maybe_unused]] int argc, [[maybe_unused]] char** argv
 int main(int argc, char** argv) {
     quiller::ConsoleHost host(stdout, stderr, stdin);
     quiller::Platform platform = quiller::make_platform();
+    // Numbers and dates follow the user's regional settings.
+    quiller::value::set_conventions(platform.environment->regional_settings().view());
     quiller::Engine engine(host, platform, quiller::standard_language());
     const int status = engine.run(command_line(argc, argv));
     if (status == 0 && (std::fflush(stdout) != 0 || std::ferror(stdout))) return 1;

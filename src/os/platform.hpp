@@ -13,6 +13,7 @@
 #include "os/network.hpp"
 #include "os/processes.hpp"
 #include "os/registry_store.hpp"
+#include "value/value.hpp"
 
 namespace quiller {
 
@@ -36,12 +37,13 @@ struct FileStatus {
 class OpenFile {
   public:
     virtual ~OpenFile() = default;
-    // The next line without its line end (CR LF, LF or CR); false at the end of the file.
+    // The next line without its line end (CR LF, LF or CR); false at the end of the file (a
+    // read error ends the file too).
     virtual bool read_line(std::string& line) = 0;
-    // Writes bytes as they are; false on failure.
-    virtual bool write(std::string_view bytes) = 0;
-    // Flushes and closes; false when the data could not be written.
-    virtual bool close() = 0;
+    // Writes bytes as they are.
+    virtual Status write(std::string_view bytes) = 0;
+    // Flushes and closes.
+    virtual Status close() = 0;
 };
 
 enum class OpenMode { Read, Write, Append };
@@ -90,6 +92,26 @@ struct MemoryStatus {
     std::int64_t available = 0;
 };
 
+// The regional conventions numbers and dates follow, with texts of their own. The program
+// hands them to the value layer at start-up (value::set_conventions(settings.view())).
+struct RegionalSettings {
+    RegionalSettings() : RegionalSettings(value::NumberConventions{}) {}
+    explicit RegionalSettings(const value::NumberConventions& c)
+        : decimal(c.decimal),
+          thousands(c.thousands),
+          currency(c.currency),
+          currency_format(c.currency_format),
+          short_date(c.short_date),
+          long_time(c.long_time),
+          am(c.am),
+          pm(c.pm) {}
+    value::NumberConventions view() const {
+        return {decimal, thousands, currency, currency_format, short_date, long_time, am, pm};
+    }
+
+    std::string decimal, thousands, currency, currency_format, short_date, long_time, am, pm;
+};
+
 class Environment {
   public:
     virtual ~Environment() = default;
@@ -100,6 +122,8 @@ class Environment {
     // The operating-system family: "Windows95", "Windows NT", or empty.
     virtual std::string os_family() = 0;
     virtual MemoryStatus memory() = 0;
+    // The user's regional settings; en-US's where the platform keeps none.
+    virtual RegionalSettings regional_settings() { return {}; }
 };
 
 class Clock {
@@ -123,7 +147,10 @@ struct Platform {
     std::unique_ptr<Network> network;
 };
 
-// The implementation for the platform this build targets.
+// The services of the platform this build targets.
 Platform make_platform();
+std::unique_ptr<FileSystem> make_file_system();
+std::unique_ptr<Environment> make_environment();
+std::unique_ptr<Clock> make_clock();
 
 }  // namespace quiller

@@ -1,7 +1,7 @@
 #include "os/registry_file.hpp"
 
-#include "value/text.hpp"
 #include "os/registry_values.hpp"
+#include "value/text.hpp"
 
 namespace quiller {
 namespace {

@@ -1,9 +1,9 @@
 // A registry store in memory: the four roots of this machine, names matched case-blind.
 #include <map>
 
-#include "value/text.hpp"
 #include "os/registry_path.hpp"
 #include "os/registry_store.hpp"
+#include "value/text.hpp"
 
 namespace quiller {
 namespace {

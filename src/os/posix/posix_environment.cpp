@@ -7,9 +7,9 @@
 #include <ctime>
 #include <thread>
 
+#include "os/posix/posix_platform.hpp"
 #include "value/text.hpp"
 #include "value/value.hpp"
-#include "os/posix/posix_platform.hpp"
 
 namespace quiller::posix {
 namespace {
@@ -77,16 +77,14 @@ void PosixClock::sleep_ms(int ms) {
 
 namespace quiller {
 
-Platform make_platform() {
-    Platform p;
-    p.files = std::make_unique<posix::PosixFileSystem>();
-    p.environment = std::make_unique<posix::PosixEnvironment>();
-    p.clock = std::make_unique<posix::PosixClock>();
-    p.registry = make_registry_store();
-    p.processes = make_processes();
-    p.file_operations = make_file_operations();
-    p.network = make_network();
-    return p;
+std::unique_ptr<FileSystem> make_file_system() {
+    return std::make_unique<posix::PosixFileSystem>();
+}
+std::unique_ptr<Environment> make_environment() {
+    return std::make_unique<posix::PosixEnvironment>();
+}
+std::unique_ptr<Clock> make_clock() {
+    return std::make_unique<posix::PosixClock>();
 }
 
 }  // namespace quiller

@@ -16,106 +16,11 @@
 #include <memory>
 #include <random>
 
+#include "os/buffered_file.hpp"
 #include "os/posix/posix_platform.hpp"
 
 namespace quiller::posix {
 namespace {
-
-constexpr std::size_t kReadBuffer = 128 * 1024;
-
-bool write_all(int fd, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t n = ::write(fd, bytes.data(), bytes.size());
-        if (n < 0 && errno == EINTR) continue;
-        if (n < 0) return false;
-        if (n == 0) {
-            errno = EIO;
-            return false;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(n));
-    }
-    return true;
-}
-
-// The first CR or LF in [p, p + n), or nullptr. LF is searched with memchr; a CR only matters
-// before it, so CR-free lines cost one fast scan.
-const char* find_line_end(const char* p, std::size_t n) {
-    const auto* lf = static_cast<const char*>(std::memchr(p, '\n', n));
-    const std::size_t span = lf ? static_cast<std::size_t>(lf - p) : n;
-    const auto* cr = static_cast<const char*>(std::memchr(p, '\r', span));
-    return cr ? cr : lf;
-}
-
-// A buffered file descriptor: lines are cut from a read buffer; writes go straight through, so
-// other functions (filesize, replacestringinfile) see them at once and nothing is lost when
-// the process ends abruptly.
-class PosixOpenFile final : public OpenFile {
-  public:
-    explicit PosixOpenFile(int fd) : fd_(fd) {}
-    ~PosixOpenFile() override { close(); }
-
-    bool read_line(std::string& line) override {
-        line.clear();
-        bool any = false;
-        for (;;) {
-            if (pos_ == size_ && !refill()) return any;
-            if (skip_lf_) {  // the LF of a CR LF split across two reads
-                skip_lf_ = false;
-                if (buffer_[pos_] == '\n') {
-                    ++pos_;
-                    continue;
-                }
-            }
-            any = true;
-            const char* start = buffer_.get() + pos_;
-            const char* end = find_line_end(start, size_ - pos_);
-            if (!end) {
-                line.append(start, size_ - pos_);
-                pos_ = size_;
-                continue;
-            }
-            line.append(start, static_cast<std::size_t>(end - start));
-            pos_ = static_cast<std::size_t>(end - buffer_.get()) + 1;
-            if (*end == '\r') take_lf_after_cr();
-            return true;
-        }
-    }
-
-    bool write(std::string_view bytes) override { return fd_ >= 0 && write_all(fd_, bytes); }
-
-    bool close() override {
-        if (fd_ < 0) return true;
-        const bool ok = ::close(fd_) == 0;
-        fd_ = -1;
-        return ok;
-    }
-
-  private:
-    void take_lf_after_cr() {
-        if (pos_ < size_) {
-            if (buffer_[pos_] == '\n') ++pos_;
-        } else {
-            skip_lf_ = true;
-        }
-    }
-
-    bool refill() {
-        if (fd_ < 0) return false;
-        if (!buffer_) buffer_ = std::make_unique<char[]>(kReadBuffer);
-        ssize_t n;
-        do n = ::read(fd_, buffer_.get(), kReadBuffer);
-        while (n < 0 && errno == EINTR);
-        size_ = n > 0 ? static_cast<std::size_t>(n) : 0;
-        pos_ = 0;
-        return size_ > 0;
-    }
-
-    int fd_;
-    std::unique_ptr<char[]> buffer_;
-    std::size_t size_ = 0;
-    std::size_t pos_ = 0;
-    bool skip_lf_ = false;
-};
 
 bool read_only(const struct stat& st) {
     return !(st.st_mode & S_IWUSR);
@@ -183,7 +88,7 @@ std::unique_ptr<OpenFile> PosixFileSystem::open(const std::string& path, OpenMod
     }
     const int fd = open_checked(p, mode, error);
     if (fd < 0) return nullptr;
-    return std::make_unique<PosixOpenFile>(fd);
+    return std::make_unique<BufferedFile>(std::make_unique<PosixRawFile>(fd, p));
 }
 
 bool PosixFileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {

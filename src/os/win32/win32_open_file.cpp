@@ -5,6 +5,7 @@
 // administrator.
 #include <string>
 
+#include "os/buffered_file.hpp"
 #include "os/win32/win32_handle.hpp"
 #include "os/win32/win32_platform.hpp"
 
@@ -12,67 +13,6 @@ namespace quiller::win32 {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-// A file handle read through a buffer: lines end at CR LF, LF or CR; writes go straight through.
-class Win32OpenFile final : public OpenFile {
-  public:
-    explicit Win32OpenFile(FileHandle file) : file_(std::move(file)) {}
-    ~Win32OpenFile() override { close(); }
-
-    bool read_line(std::string& line) override {
-        line.clear();
-        bool partial = false;  // part of a last line without line end was read
-        for (;;) {
-            if (pos_ == buffer_.size() && !refill()) return partial;
-            if (skip_lf_) {  // the LF of a CR LF split across two reads
-                skip_lf_ = false;
-                if (buffer_[pos_] == '\n' && ++pos_ == buffer_.size()) continue;
-            }
-            const std::size_t end = buffer_.find_first_of("\r\n", pos_);
-            if (end == std::string::npos) {
-                line.append(buffer_, pos_, std::string::npos);
-                pos_ = buffer_.size();
-                partial = true;
-                continue;
-            }
-            line.append(buffer_, pos_, end - pos_);
-            pos_ = end + 1;
-            if (buffer_[end] == '\r') take_lf_after_cr();
-            return true;
-        }
-    }
-
-    bool write(std::string_view bytes) override {
-        return file_.valid() && write_all(file_.get(), bytes.data(), bytes.size());
-    }
-
-    bool close() override { return file_.close(); }
-
-  private:
-    void take_lf_after_cr() {
-        if (pos_ == buffer_.size()) {
-            skip_lf_ = true;
-        } else if (buffer_[pos_] == '\n') {
-            ++pos_;
-        }
-    }
-
-    bool refill() {
-        if (!file_.valid()) return false;
-        buffer_.resize(65536);
-        DWORD n = 0;
-        if (!ReadFile(file_.get(), buffer_.data(), static_cast<DWORD>(buffer_.size()), &n, nullptr))
-            n = 0;
-        buffer_.resize(n);
-        pos_ = 0;
-        return !buffer_.empty();
-    }
-
-    FileHandle file_;
-    std::string buffer_;
-    std::size_t pos_ = 0;
-    bool skip_lf_ = false;
-};
 
 DWORD access_for(OpenMode mode) {
     switch (mode) {
@@ -129,7 +69,7 @@ std::unique_ptr<OpenFile> Win32FileSystem::open(const std::string& path, OpenMod
     }
     FileHandle file = open_checked(path, mode, error);
     if (!file.valid()) return nullptr;
-    return std::make_unique<Win32OpenFile>(std::move(file));
+    return std::make_unique<BufferedFile>(std::make_unique<Win32RawFile>(std::move(file)));
 }
 
 bool Win32FileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {

@@ -1,24 +1,25 @@
-// The set of Win32 services one run uses.
+// The Win32 services the platform is made of.
 #include "os/win32/win32_platform.hpp"
-#include "os/file_operations.hpp"
-#include "os/network.hpp"
-#include "os/processes.hpp"
-#include "os/registry_store.hpp"
 #include "os/win32/win32_regional.hpp"
 
 namespace quiller {
 
-Platform make_platform() {
-    win32::use_user_conventions();  // numbers and dates follow the user's regional settings
-    Platform p;
-    p.files = std::make_unique<win32::Win32FileSystem>();
-    p.environment = std::make_unique<win32::Win32Environment>();
-    p.clock = std::make_unique<win32::Win32Clock>();
-    p.registry = make_registry_store();
-    p.processes = make_processes();
-    p.file_operations = make_file_operations();
-    p.network = make_network();
-    return p;
+std::unique_ptr<FileSystem> make_file_system() {
+    return std::make_unique<win32::Win32FileSystem>();
+}
+std::unique_ptr<Environment> make_environment() {
+    return std::make_unique<win32::Win32Environment>();
+}
+std::unique_ptr<Clock> make_clock() {
+    return std::make_unique<win32::Win32Clock>();
 }
 
 }  // namespace quiller
+
+namespace quiller::win32 {
+
+RegionalSettings Win32Environment::regional_settings() {
+    return user_regional_settings();
+}
+
+}  // namespace quiller::win32

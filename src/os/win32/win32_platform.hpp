@@ -48,6 +48,7 @@ class Win32Environment final : public Environment {
     std::string temp_dir() override;
     std::string os_family() override;
     MemoryStatus memory() override;
+    RegionalSettings regional_settings() override;
 };
 
 class Win32Clock final : public Clock {

@@ -2,10 +2,10 @@
 // from them.
 #include "os/win32/win32_regional.hpp"
 
-#include "value/format.hpp"
-#include "value/value.hpp"
 #include "os/win32/win32_handle.hpp"
 #include "os/win32/win32_platform.hpp"
+#include "value/format.hpp"
+#include "value/value.hpp"
 
 namespace quiller::win32 {
 namespace {
@@ -39,7 +39,7 @@ NumberSeparators user_number_separators() {
     return {user_locale_text(LOCALE_SDECIMAL, "."), user_locale_text(LOCALE_STHOUSAND, ",")};
 }
 
-void use_user_conventions() {
+RegionalSettings user_regional_settings() {
     const value::NumberConventions en_us;
     const NumberSeparators separators = user_number_separators();
     const std::string currency = user_locale_text(LOCALE_SCURRENCY, en_us.currency);
@@ -50,8 +50,8 @@ void use_user_conventions() {
     const std::string long_time = user_picture(LOCALE_STIMEFORMAT, en_us.long_time);
     const std::string am = user_locale_text(LOCALE_S1159, en_us.am);
     const std::string pm = user_locale_text(LOCALE_S2359, en_us.pm);
-    value::set_conventions({separators.decimal, separators.thousands, currency, currency_format,
-                            short_date, long_time, am, pm});
+    return RegionalSettings({separators.decimal, separators.thousands, currency, currency_format,
+                             short_date, long_time, am, pm});
 }
 
 }  // namespace quiller::win32

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "os/platform.hpp"
+
 namespace quiller::win32 {
 
 struct NumberSeparators {
@@ -13,11 +15,10 @@ struct NumberSeparators {
 // The separators of the user's default locale, as UTF-8; en-US's where the system has none.
 NumberSeparators user_number_separators();
 
-// Sets the value layer's regional conventions (value::set_conventions) to the user's default
-// locale: separators, currency symbol and format (LOCALE_SCURRENCY, LOCALE_ICURRENCY,
-// LOCALE_INEGCURR, LOCALE_ICURRDIGITS), short date (LOCALE_SSHORTDATE), time format
-// (LOCALE_STIMEFORMAT) and AM/PM texts (LOCALE_S1159, LOCALE_S2359). What the system can't
-// give stays en-US's. Called once at start-up.
-void use_user_conventions();
+// The regional conventions of the user's default locale: separators, currency symbol and format
+// (LOCALE_SCURRENCY, LOCALE_ICURRENCY, LOCALE_INEGCURR, LOCALE_ICURRDIGITS), short date
+// (LOCALE_SSHORTDATE), time format (LOCALE_STIMEFORMAT) and AM/PM texts (LOCALE_S1159,
+// LOCALE_S2359). What the system can't give stays en-US's.
+RegionalSettings user_regional_settings();
 
 }  // namespace quiller::win32
