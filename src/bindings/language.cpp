@@ -14,6 +14,7 @@
 #include "bindings/processes.hpp"
 #include "bindings/questions.hpp"
 #include "bindings/registry.hpp"
+#include "bindings/sync.hpp"
 #include "bindings/system.hpp"
 #include "bindings/text.hpp"
 #include "engine/statements.hpp"
@@ -37,7 +38,7 @@ constexpr StatementRow kStatements[] = {
     {"delregvalue",     "",                              delregvalue,    D::Registry},
     {"dir",             "sub dirsonly",                  dir,            D::FileOperations},
     {"dircopy",         "hidemeter ask progress nosub preview", dircopy, D::Sync},
-    {"dirscan",         "progress nosub",                kLaterRelease,  D::Sync},
+    {"dirscan",         "progress nosub",                dirscan,        D::Sync},
     {"else",            "",                              else_,          D::ControlFlow,     kElse},
     {"end",             "",                              end,            D::ControlFlow},
     {"endif",           "",                              nothing,        D::ControlFlow,     kClosesIf},

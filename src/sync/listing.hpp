@@ -35,6 +35,7 @@ class Listing {
     std::string root;                  // the scanned root, as given
     bool subfolders = true;            // false when the scan did not enter sub-folders
     std::vector<std::uint32_t> order;  // record numbers in name order
+    std::size_t warnings = 0;          // warnings the scan or the reading of it reported
 
     std::size_t size() const { return records_.size(); }
     bool empty() const { return records_.empty(); }

@@ -243,9 +243,17 @@ foreach(i RANGE 0 ${fill_count})
   endif()
 endforeach()
 
+# The times are read under the script's environment too (a TZ given by `env:`).
+set(touch_env "")
+foreach(i RANGE 0 ${env_count})
+  if(i LESS env_count)
+    list(APPEND touch_env "${env_${i}}")
+  endif()
+endforeach()
 foreach(i RANGE 0 ${touch_count})
   if(i LESS touch_count)
-    execute_process(COMMAND touch -t "${touch_stamp_${i}}" "${WORKDIR}/${touch_path_${i}}"
+    execute_process(COMMAND "${CMAKE_COMMAND}" -E env ${touch_env} --
+                            touch -t "${touch_stamp_${i}}" "${WORKDIR}/${touch_path_${i}}"
                     RESULT_VARIABLE touch_rc)
     if(NOT touch_rc EQUAL 0)
       message(FATAL_ERROR "run_script_test: touch -t ${touch_stamp_${i}} ${touch_path_${i}} failed")
