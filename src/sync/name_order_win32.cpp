@@ -7,6 +7,7 @@
 
 #include "os/win32/win32_platform.hpp"
 #include "sync/name_order_platform.hpp"
+#include "value/text.hpp"
 
 namespace quiller::sync::platform {
 namespace {
@@ -23,6 +24,10 @@ std::wstring map_string(DWORD flags, const std::wstring& text, std::size_t capac
 }  // namespace
 
 void append_folded(std::string_view name, std::string& out) {
+    if (!text::is_valid_utf8(name)) {  // ill-formed bytes stay as they are, ASCII is lowered
+        for (const char c : name) out += (c >= 'A' && c <= 'Z') ? static_cast<char>(c + 32) : c;
+        return;
+    }
     const std::wstring wide = win32::widen(name);
     out += win32::narrow(map_string(LCMAP_LOWERCASE, wide, wide.size()));
 }

@@ -12,6 +12,11 @@ namespace quiller::sync {
 namespace {
 
 constexpr std::string_view kReader = "(dc_scanfileread) ";
+#ifdef _WIN32
+constexpr std::string_view kLineEnd = "\r\n";
+#else
+constexpr std::string_view kLineEnd = "\n";
+#endif
 
 // The general number form of a day number; the common range takes a fast path that gives the
 // same text (15 significant digits, no trailing zeros, no exponent).
@@ -97,7 +102,8 @@ std::string scan_file_text(const Listing& listing) {
     std::string out;
     out.reserve(64 + listing.size() * 48);
     out += text::trim(listing.root);
-    out += listing.subfolders ? "*sub\n" : "*nosub\n";
+    out += listing.subfolders ? "*sub" : "*nosub";
+    out += kLineEnd;
     for (std::size_t i = 0; i < listing.order.size(); ++i) {
         const ScanRecord& r = listing.sorted(i);
         out += listing.sorted_name(i);
@@ -107,7 +113,7 @@ std::string scan_file_text(const Listing& listing) {
         append_integer(out, r.attributes);
         out += '*';
         append_integer(out, r.size);
-        out += '\n';
+        out += kLineEnd;
     }
     return out;
 }

@@ -17,12 +17,13 @@ sub main
   dirscan tree/a.txt x.scn
 endsub
 
-' the lines of a scan file on one output line, so their order is checked too
+' the lines of a scan file on one output line, so their order is checked too; "/" for "\"
 sub show
   set $h$ fileopen "$param[1]$"
   set $all$ ""
   set $l$ fileread $h$
   while "$l$" <> "(eof)"
+    set $l$ replacestring "$l$" "\" "/"
     set $all$ "$all$[$l$]"
     set $l$ fileread $h$
   endwhile

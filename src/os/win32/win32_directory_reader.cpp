@@ -1,6 +1,8 @@
 // Folders on Windows: one FindFirstFileExW search per folder gives every entry's attributes,
 // time and size. A reparse point is looked through to what it points to; one that is a folder
 // is recorded but never entered.
+#include <windows.h>
+
 #include "os/directory_reader.hpp"
 #include "os/platform.hpp"
 #include "os/win32/win32_platform.hpp"
