@@ -15,12 +15,6 @@ constexpr std::string_view kKindNames[kActionKinds] = {"reset", "copy",   "repla
 // Time stamps closer than this count as the same.
 constexpr double kSameTimeSeconds = 5;
 
-#ifdef _WIN32
-constexpr char kSeparator = '\\';
-#else
-constexpr char kSeparator = '/';
-#endif
-
 bool is_separator(char c) {
 #ifdef _WIN32
     return c == '\\' || c == '/';

@@ -10,10 +10,8 @@ namespace quiller::sync {
 namespace {
 
 #ifdef _WIN32
-constexpr char kSeparator = '\\';
 constexpr int kExists = 80;  // ERROR_FILE_EXISTS
 #else
-constexpr char kSeparator = '/';
 constexpr int kExists = EEXIST;
 #endif
 
@@ -48,13 +46,6 @@ bool is_deletion(ActionKind kind) {
 bool is_temporary_name(std::string_view last) {
     return last.size() > kTemporaryPrefix.size() + kTemporarySuffix.size() &&
            last.starts_with(kTemporaryPrefix) && last.ends_with(kTemporarySuffix);
-}
-
-std::string join_path(std::string_view root, std::string_view name) {
-    std::string path(root);
-    if (!path.empty() && path.back() != kSeparator && path.back() != '/') path += kSeparator;
-    path += name;
-    return path;
 }
 
 Executor::Executor(const MergeSide& source, const MergeSide& target, FileOperations& ops,

@@ -21,9 +21,6 @@ namespace quiller::sync {
 // The temporaries of copies under way: "." + "~qlsync-" + hex digits + ".tmp".
 bool is_temporary_name(std::string_view last_component);
 
-// The root joined with a relative name by the platform's separator.
-std::string join_path(std::string_view root, std::string_view name);
-
 class ExecutionObserver {
   public:
     virtual ~ExecutionObserver() = default;

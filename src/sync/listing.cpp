@@ -4,6 +4,15 @@
 
 namespace quiller::sync {
 
+std::string join_path(std::string_view root, std::string_view relative) {
+    std::string path(root);
+    if (relative.empty()) return path;
+    if (!path.empty() && path.back() != kSeparator && path.back() != '/' && path.back() != '\\')
+        path += kSeparator;
+    path += relative;
+    return path;
+}
+
 std::uint32_t Listing::add(std::string_view name, double date, std::int16_t attributes,
                            std::int64_t size) {
     ScanRecord r;

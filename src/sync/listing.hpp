@@ -9,6 +9,16 @@
 
 namespace quiller::sync {
 
+// The separator of relative names in listings and scan files.
+#ifdef _WIN32
+constexpr char kSeparator = '\\';
+#else
+constexpr char kSeparator = '/';
+#endif
+
+// `root` and a relative name joined into a path (`root` alone for an empty name).
+std::string join_path(std::string_view root, std::string_view relative);
+
 // File attribute bits as scan files carry them.
 enum Attribute : std::int16_t {
     kReadOnly = 1,

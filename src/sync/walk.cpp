@@ -8,10 +8,6 @@
 namespace quiller::sync {
 namespace {
 
-bool is_separator(char c) {
-    return c == kSeparator || c == '\\' || c == '/';
-}
-
 class Walk {
   public:
     Walk(const std::string& root, const WalkOptions& options, DirectoryReader& reader,
@@ -102,14 +98,6 @@ class Walk {
 };
 
 }  // namespace
-
-std::string join_path(std::string_view root, std::string_view relative) {
-    std::string path(root);
-    if (relative.empty()) return path;
-    if (!path.empty() && !is_separator(path.back())) path += kSeparator;
-    path += relative;
-    return path;
-}
 
 bool walk_tree(const std::string& root, const WalkOptions& options, DirectoryReader& reader,
                const WalkEvents& events, Listing& listing, int& error) {

@@ -12,15 +12,6 @@
 
 namespace quiller::sync {
 
-#ifdef _WIN32
-constexpr char kSeparator = '\\';
-#else
-constexpr char kSeparator = '/';
-#endif
-
-// `root` and a relative name joined into a path.
-std::string join_path(std::string_view root, std::string_view relative);
-
 struct WalkOptions {
     bool subfolders = true;         // false: folders are neither recorded nor entered
     bool helper = true;             // list folders ahead on a second thread
