@@ -113,9 +113,7 @@ int Executor::execute(const Action& a, const std::string& path) {
         case ActionKind::Del:
             return remove_file(path);
         case ActionKind::Md:
-            if (ops_.make_directory(path, error)) return 0;
-            if (const auto e = ops_.entry(path, error); e && e->directory) return 0;
-            return error ? error : kExists;
+            return make_directory(path);
         case ActionKind::Rd:
             return remove_directory(path);
         case ActionKind::Rename:
@@ -146,6 +144,13 @@ int Executor::copy(const std::string& from, const std::string& to) {
     int ignored = 0;
     ops_.remove_file(temp, ignored);
     return error;
+}
+
+int Executor::make_directory(const std::string& path) {
+    int error = 0;
+    if (ops_.make_directory(path, error)) return 0;
+    if (const auto e = ops_.entry(path, error); e && e->directory) return 0;
+    return error ? error : kExists;
 }
 
 int Executor::remove_file(const std::string& path) {

@@ -53,11 +53,15 @@ class Executor {
     // The target path, and for a rename the new name: "dst/docs -> Docs".
     std::string describe(const Action& action, const std::string& path) const;
 
-  private:
-    int execute(const Action& a, const std::string& path);
+    // The single steps, for callers with a plan of their own; 0 or the platform's code.
+    // A copy goes through a temporary beside `to`; read-only targets are made writable.
     int copy(const std::string& from, const std::string& to);
     int remove_file(const std::string& path);
     int remove_directory(const std::string& path);
+    int make_directory(const std::string& path);
+
+  private:
+    int execute(const Action& a, const std::string& path);
     int rename(const Action& a, const std::string& path);
     int attrib(const Action& a, const std::string& path);
     int with_write_access(const std::string& path, int error,
