@@ -4,6 +4,7 @@
 // yet". Every statement also reads the option word "quiet", which is not listed.
 #include "bindings/language.hpp"
 
+#include "bindings/adjustmaster.hpp"
 #include "bindings/dates_numbers.hpp"
 #include "bindings/dircopy.hpp"
 #include "bindings/file_operations.hpp"
@@ -80,7 +81,7 @@ constexpr StatementRow kStatements[] = {
 
 constexpr FunctionRow kFunctions[] = {
     // name                  arity  handler
-    {"adjustmaster",         5,     kLaterRelease},
+    {"adjustmaster",         5,     functions::adjustmaster},
     {"asc",                  1,     functions::asc},
     {"ask",                  2,     functions::ask},
     {"askyesno",             2,     functions::askyesno},

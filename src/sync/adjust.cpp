@@ -11,12 +11,6 @@
 namespace quiller::sync {
 namespace {
 
-#ifdef _WIN32
-constexpr char kSeparator = '\\';
-#else
-constexpr char kSeparator = '/';
-#endif
-
 constexpr double kSameTimeSeconds = 5;
 
 enum class Change : std::uint8_t { Absent, Unchanged, Added, Removed, Changed };

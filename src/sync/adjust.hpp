@@ -57,8 +57,8 @@ struct AdjustPlan {
 };
 
 struct AdjustInput {
-    MergeSide master;
-    MergeSide copy;
+    MergeSide master;  // sorted
+    MergeSide copy;    // sorted
     const Listing& base;
     const PathFilters& filters;
     std::string_view label;  // the copy's name in conflict names
