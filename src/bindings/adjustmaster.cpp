@@ -106,6 +106,7 @@ std::string Adjustment::run() {
              error);
         return {};
     }
+    sync::sort_listing(b_, [this] { e_.host().process_events(); });
     if (!scan(master_, m_) || !scan(copy_, c_)) return {};
     const bool copy_emptied = c_.empty() && !b_.empty();
     const bool removals = m_.warnings == 0 && c_.warnings == 0 && b_.warnings == 0 && !copy_emptied;

@@ -29,28 +29,74 @@ std::size_t depth(std::string_view name) {
     return static_cast<std::size_t>(std::count(name.begin(), name.end(), kSeparator));
 }
 
-using Index = std::unordered_map<std::string, std::uint32_t>;
+// Names equal ignoring ASCII case compare equal without building keys: most names of three
+// listings of one tree are.
+int compare(std::string_view a, std::string_view b) {
+    if (a.size() == b.size()) {
+        std::size_t i = 0;
+        for (; i < a.size(); ++i) {
+            const unsigned char x = a[i], y = b[i];
+            if (x == y) continue;
+            if (x >= 0x80 || y >= 0x80 || (x | 0x20) != (y | 0x20) || (x | 0x20) < 'a' ||
+                (x | 0x20) > 'z')
+                break;
+        }
+        if (i == a.size()) return 0;
+    }
+    return compare_names(a, b);
+}
+
+// One listing walked in name order.
+struct Cursor {
+    const Listing& listing;
+    std::size_t position = 0;
+
+    bool at_end() const { return position >= listing.order.size(); }
+    std::string_view name() const { return listing.sorted_name(position); }
+    std::int32_t record() const { return static_cast<std::int32_t>(listing.order[position]); }
+};
+
+// The record of `name` in a sorted listing, or -1.
+std::int32_t find(const Listing& l, std::string_view name) {
+    std::size_t low = 0, high = l.order.size();
+    while (low < high) {
+        const std::size_t mid = low + (high - low) / 2;
+        const int order = compare(l.sorted_name(mid), name);
+        if (order == 0) return static_cast<std::int32_t>(l.order[mid]);
+        if (order < 0)
+            low = mid + 1;
+        else
+            high = mid;
+    }
+    return -1;
+}
 
 class Planner {
   public:
-    explicit Planner(const AdjustInput& in) : in_(in), m_(in.master.listing), c_(in.copy.listing) {
-        index(in.master, m_index_, &excluded_in_master_);
-        index(in.copy, c_index_, nullptr);
-        for (std::uint32_t r = 0; r < in.base.size(); ++r) {
-            const std::string_view name = in.base.name(r);
-            if (!excluded(name)) b_index_.emplace(fold_name(name), r);
-        }
-    }
+    explicit Planner(const AdjustInput& in)
+        : in_(in), m_(in.master.listing), c_(in.copy.listing), removed_(m_.size(), 0) {}
 
+    // The three listings side by side: each step takes the smallest name and the entries of
+    // that name on every side.
     AdjustPlan run() {
-        for (const std::uint32_t r : c_.order) {
-            const std::string key = fold_name(c_.name(r));
-            if (!c_index_.contains(key)) continue;  // excluded
-            decide(key, static_cast<std::int32_t>(r));
-        }
-        for (const std::uint32_t r : m_.order) {
-            std::string key = fold_name(m_.name(r));
-            if (!c_index_.contains(key) && m_index_.contains(key)) decide(key, -1);
+        Cursor m{m_}, c{c_}, b{in_.base};
+        for (;;) {
+            Cursor* first = nullptr;
+            for (Cursor* side : {&m, &c, &b})
+                if (!side->at_end() && (!first || compare(side->name(), first->name()) < 0))
+                    first = side;
+            if (!first) break;
+            const std::string_view name = first->name();
+            std::int32_t records[3] = {-1, -1, -1};
+            int k = 0;
+            for (Cursor* side : {&m, &c, &b}) {
+                if (!side->at_end() && (side == first || compare(side->name(), name) == 0)) {
+                    records[k] = side->record();
+                    ++side->position;
+                }
+                ++k;
+            }
+            if (!excluded(name)) decide(records[0], records[1], records[2]);
         }
         return finish();
     }
@@ -61,25 +107,6 @@ class Planner {
                                         in_.filters.excluded(join_path(in_.copy.root, name)));
     }
 
-    void index(const MergeSide& side, Index& out, std::vector<std::string>* left_out) {
-        out.reserve(side.listing.size());
-        for (std::uint32_t r = 0; r < side.listing.size(); ++r) {
-            const std::string_view name = side.listing.name(r);
-            if (!excluded(name))
-                out.emplace(fold_name(name), r);
-            else if (left_out)
-                left_out->push_back(fold_name(name));
-        }
-    }
-
-    static const ScanRecord* find(const Listing& l, const Index& index, const std::string& key,
-                                  std::int32_t* number = nullptr) {
-        const auto it = index.find(key);
-        if (it == index.end()) return nullptr;
-        if (number) *number = static_cast<std::int32_t>(it->second);
-        return &l.record(it->second);
-    }
-
     static Change change(const ScanRecord* base, const ScanRecord* now) {
         if (!base) return now ? Change::Added : Change::Absent;
         if (!now) return Change::Removed;
@@ -88,74 +115,62 @@ class Planner {
 
     static bool changed(Change c) { return c == Change::Added || c == Change::Changed; }
 
-    // The name beside its master entry of a folder of the copy above `key`, with the
-    // components of `name` below that folder; empty when no folder above was moved. The copy's
-    // listing is in name order, so a folder is decided before what it holds.
-    std::string moved_name(std::string_view key, std::string_view name) const {
+    // The name beside the master's entry of a folder of the copy above `name`, with the rest of
+    // `name`; empty when no folder above was moved. Folders come before what they hold.
+    std::string moved_name(std::string_view name) const {
         if (moved_.empty()) return {};
-        for (std::string_view up = parent_of(key); !up.empty(); up = parent_of(up)) {
+        for (std::string_view up = parent_of(name); !up.empty(); up = parent_of(up)) {
             const auto it = moved_.find(std::string(up));
-            if (it == moved_.end()) continue;
-            std::size_t cut = 0;
-            for (std::size_t k = depth(up) + 1; k > 0; --k) cut = name.find(kSeparator, cut + 1);
-            return it->second + std::string(name.substr(cut));
+            if (it != moved_.end()) return it->second + std::string(name.substr(up.size()));
         }
         return {};
     }
 
-    void decide(const std::string& key, std::int32_t c_number) {
-        std::int32_t m_number = -1;
-        const ScanRecord* m = find(m_, m_index_, key, &m_number);
+    void decide(std::int32_t m_number, std::int32_t c_number, std::int32_t b_number) {
+        const ScanRecord* m = m_number < 0 ? nullptr : &m_.record(m_number);
         const ScanRecord* c = c_number < 0 ? nullptr : &c_.record(c_number);
-        const ScanRecord* b = find(in_.base, b_index_, key);
+        const ScanRecord* b = b_number < 0 ? nullptr : &in_.base.record(b_number);
         const Change cs = change(b, c), ms = change(b, m);
-        bool master_stays = m != nullptr;
-        std::string moved = c ? moved_name(key, c_.name(c_number)) : std::string();
+        std::string moved = c ? moved_name(c_.name(c_number)) : std::string();
         if (!moved.empty()) {
             write(c->is_folder() ? AdjustKind::Md : AdjustKind::Copy, c_number, -1,
                   std::move(moved));
         } else if (changed(cs)) {
-            if (!m && ms == Change::Removed) {
-                write(c->is_folder() ? AdjustKind::Md : AdjustKind::Restore, c_number, -1,
-                      std::string(c_.name(c_number)));
-            } else if (!m) {
-                write(c->is_folder() ? AdjustKind::Md : AdjustKind::Copy, c_number, -1,
+            if (!m) {
+                const AdjustKind kind =
+                    ms == Change::Removed ? AdjustKind::Restore : AdjustKind::Copy;
+                write(c->is_folder() ? AdjustKind::Md : kind, c_number, -1,
                       std::string(c_.name(c_number)));
             } else if (m->is_folder() != c->is_folder() || (changed(ms) && !same_entry(*m, *c))) {
-                conflict(key, c_number, m_number);
+                conflict(c_number, m_number);
             } else if (ms == Change::Unchanged && !c->is_folder()) {
                 write(AdjustKind::Replace, c_number, m_number, std::string(m_.name(m_number)));
                 plan_.bytes_replaced += m->size;
             }
         } else if (cs == Change::Removed && ms == Change::Unchanged) {
-            if (!in_.removals) {
+            const std::string name(m_.name(m_number));
+            if (!in_.removals)
                 ++plan_.removals_held;
-            } else if (m->is_folder()) {
-                rd_candidates_.push_back(
-                    {AdjustKind::Rd, -1, m_number, std::string(m_.name(m_number))});
-                master_stays = false;
-            } else {
-                removals_.push_back(
-                    {AdjustKind::Del, -1, m_number, std::string(m_.name(m_number))});
-                master_stays = false;
-            }
+            else if (m->is_folder())
+                rd_candidates_.push_back({AdjustKind::Rd, -1, m_number, name});
+            else
+                removals_.push_back({AdjustKind::Del, -1, m_number, name});
+            if (in_.removals && !m->is_folder()) removed_[m_number] = 1;
         }
-        if (master_stays) kept_.push_back(key);
     }
 
-    void conflict(const std::string& key, std::int32_t c_number, std::int32_t m_number) {
+    bool taken(const std::string& name) const {
+        return find(m_, name) >= 0 || find(c_, name) >= 0 || taken_.contains(fold_name(name));
+    }
+
+    void conflict(std::int32_t c_number, std::int32_t m_number) {
         ++plan_.conflicts;
         const std::string_view c_name = c_.name(c_number);
         std::string name;
-        for (int n = 1;; ++n) {
-            name = conflict_name(c_name, in_.label, n);
-            const std::string folded = fold_name(name);
-            if (!m_index_.contains(folded) && !c_index_.contains(folded) &&
-                !taken_.contains(folded))
-                break;
-        }
+        for (int n = 1;; ++n)
+            if (!taken(name = conflict_name(c_name, in_.label, n))) break;
         if (c_.record(c_number).is_folder()) {
-            moved_[key] = name;
+            moved_[std::string(c_name)] = name;
             write(AdjustKind::Md, c_number, m_number, name);
         } else {
             write(AdjustKind::Conflict, c_number, m_number, name);
@@ -177,23 +192,33 @@ class Planner {
 
     void make_parents(std::string_view name, std::int32_t c_number) {
         for (std::string_view up = parent_of(name); !up.empty(); up = parent_of(up)) {
-            const std::string key = fold_name(up);
-            const ScanRecord* m = find(m_, m_index_, key);
-            if ((m && m->is_folder()) || made_.contains(key)) return;
-            made_.insert(key);
+            const std::int32_t m = find(m_, up);
+            std::string key = fold_name(up);
+            if ((m >= 0 && m_.record(m).is_folder()) || made_.contains(key)) return;
+            made_.insert(std::move(key));
             folders_.push_back({AdjustKind::Md, c_number, -1, std::string(up)});
         }
     }
 
-    AdjustPlan finish() {
-        // A folder removed in the copy stays while anything below it stays in the master.
-        std::unordered_set<std::string> holding;
-        for (std::vector<std::string>* kept : {&kept_, &excluded_in_master_})
-            for (const std::string& key : *kept)
-                for (std::string_view up = parent_of(key); !up.empty(); up = parent_of(up))
-                    if (!holding.insert(std::string(up)).second) break;
+    // A folder removed in the copy stays while anything below it stays in the master: every
+    // entry not removed holds the candidates above it (the master's names below a folder begin
+    // with the folder's own name).
+    void hold_folders() {
+        if (rd_candidates_.empty()) return;
+        std::unordered_set<std::string_view> candidates, held;
+        for (const AdjustStep& s : rd_candidates_) candidates.insert(s.name);
+        for (std::uint32_t r = 0; r < m_.size(); ++r) {
+            const std::string_view name = m_.name(r);
+            if (removed_[r] || candidates.contains(name)) continue;
+            for (std::string_view up = parent_of(name); !up.empty(); up = parent_of(up))
+                if (candidates.contains(up)) held.insert(up);
+        }
         for (AdjustStep& s : rd_candidates_)
-            if (!holding.contains(fold_name(s.name))) removals_.push_back(std::move(s));
+            if (!held.contains(s.name)) removals_.push_back(std::move(s));
+    }
+
+    AdjustPlan finish() {
+        hold_folders();
         const auto by_depth = [](const AdjustStep& a, const AdjustStep& b) {
             return depth(a.name) < depth(b.name);
         };
@@ -212,11 +237,10 @@ class Planner {
     const AdjustInput& in_;
     const Listing& m_;
     const Listing& c_;
-    Index m_index_, c_index_, b_index_;
-    std::unordered_map<std::string, std::string> moved_;  // copy's folder key -> name beside
+    std::vector<char> removed_;                           // per master record
+    std::unordered_map<std::string, std::string> moved_;  // copy's folder -> name beside
     std::unordered_set<std::string> made_;                // folded names of folders made
     std::unordered_set<std::string> taken_;               // folded names written
-    std::vector<std::string> kept_, excluded_in_master_;  // keys of master entries that stay
     std::vector<AdjustStep> folders_, files_, removals_, rd_candidates_;
     AdjustPlan plan_;
 };

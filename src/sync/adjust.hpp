@@ -57,8 +57,8 @@ struct AdjustPlan {
 };
 
 struct AdjustInput {
-    MergeSide master;  // sorted
-    MergeSide copy;    // sorted
+    MergeSide master;  // the three listings sorted (sort.hpp)
+    MergeSide copy;
     const Listing& base;
     const PathFilters& filters;
     std::string_view label;  // the copy's name in conflict names
