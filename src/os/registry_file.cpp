@@ -9,24 +9,6 @@ namespace {
 constexpr std::string_view kHeader4 = "REGEDIT4";
 constexpr std::string_view kHeader5 = "Windows Registry Editor Version 5.00";
 
-void append_utf8(std::string& out, char32_t c) {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-        out += static_cast<char>(0xF0 | (c >> 18));
-        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-}
-
 // UTF-16 to UTF-8; an unpaired surrogate becomes U+FFFD and an odd last byte is dropped.
 std::string utf16_to_utf8(std::string_view bytes, bool big_endian) {
     std::string out;
@@ -46,7 +28,7 @@ std::string utf16_to_utf8(std::string_view bytes, bool big_endian) {
             }
         }
         if (c >= 0xD800 && c < 0xE000) c = 0xFFFD;
-        append_utf8(out, c);
+        text::append_utf8(out, c);
     }
     return out;
 }

@@ -1,6 +1,7 @@
 #include "sync/name_order.hpp"
 
 #include "sync/name_order_platform.hpp"
+#include "value/text.hpp"
 
 namespace quiller::sync {
 namespace {
@@ -21,7 +22,7 @@ bool is_printable_ascii(std::string_view s) {
 
 void append_fold(std::string_view name, std::string& out) {
     if (!is_ascii(name)) return platform::append_folded(name, out);
-    for (const char c : name) out += (c >= 'A' && c <= 'Z') ? static_cast<char>(c + 32) : c;
+    for (const char c : name) out += text::ascii_lower_char(c);
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "value/ascii_class.hpp"
+
 namespace quiller::text {
 
 // --- Encoding -------------------------------------------------------------------------------
@@ -71,10 +73,13 @@ bool is_path_separator(char c);
 // True when the (trimmed) text starts with the ASCII word `prefix`, ignoring ASCII case.
 bool starts_with_ascii_ci(std::string_view s, std::string_view prefix);
 
+// Appends the UTF-8 form of a code point.
+void append_utf8(std::string& out, char32_t cp);
+
 // ASCII-only lower-casing, for keywords and option words.
 std::string ascii_lower(std::string_view s);
-inline char ascii_lower_char(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+constexpr char ascii_lower_char(char c) {
+    return value::detail::lower(c);
 }
 
 }  // namespace quiller::text

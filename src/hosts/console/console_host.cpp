@@ -85,12 +85,6 @@ void ConsoleHost::output_notice(const OutputModel&, std::string_view message) {
 
 namespace {
 
-std::string lower_ascii(std::string s) {
-    for (char& c : s)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return s;
-}
-
 // Turns the terminal's echo off while a password is typed.
 #ifdef _WIN32
 class EchoOff {
@@ -136,7 +130,7 @@ class EchoOff {
 // button's answer ("Yes" only when the default is "yes").
 std::string ConsoleHost::ask(const Question& q) {
     const bool yesno = q.kind == "yesno";
-    const bool default_yes = lower_ascii(q.default_answer) == "yes";
+    const bool default_yes = text::ascii_lower(q.default_answer) == "yes";
     std::string prompt = q.question;
     if (yesno) prompt += default_yes ? " [Y/n]" : " [y/N]";
     write_err(q.caption, prompt);
@@ -153,7 +147,7 @@ std::string ConsoleHost::ask(const Question& q) {
         }
         if (!got || answer.empty()) return fallback;
         if (!yesno) return answer;
-        const std::string a = lower_ascii(answer);
+        const std::string a = text::ascii_lower(answer);
         if (a == "y" || a == "yes") return "Yes";
         if (a == "n" || a == "no") return "No";
         write_err({}, "Please answer yes or no.");
