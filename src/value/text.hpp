@@ -73,6 +73,12 @@ bool is_path_separator(char c);
 // True when the (trimmed) text starts with the ASCII word `prefix`, ignoring ASCII case.
 bool starts_with_ascii_ci(std::string_view s, std::string_view prefix);
 
+#ifdef _WIN32
+// UTF-8 to UTF-16 and back, for the system's wide functions (ill-formed input becomes U+FFFD).
+std::wstring utf8_to_wide(std::string_view s);
+std::string wide_to_utf8(std::wstring_view w);
+#endif
+
 // Appends the UTF-8 form of a code point.
 void append_utf8(std::string& out, char32_t cp);
 

@@ -7,12 +7,17 @@
 
 #include "os/platform.hpp"
 #include "os/win32/win32_raw_file.hpp"
+#include "value/text.hpp"
 
 namespace quiller::win32 {
 
 // UTF-8 to UTF-16 and back (ill-formed input becomes U+FFFD).
-std::wstring widen(std::string_view utf8);
-std::string narrow(std::wstring_view wide);
+inline std::wstring widen(std::string_view utf8) {
+    return text::utf8_to_wide(utf8);
+}
+inline std::string narrow(std::wstring_view wide) {
+    return text::wide_to_utf8(wide);
+}
 // The absolute form of a path (GetFullPathNameW); the path itself when that fails.
 std::wstring full_path(const std::wstring& path);
 // The system's message for an error code, without its line end and closing full stop.

@@ -20,24 +20,6 @@ std::wstring full_path(const std::wstring& path) {
     return full;
 }
 
-std::wstring widen(std::string_view utf8) {
-    if (utf8.empty()) return {};
-    const int size = static_cast<int>(utf8.size());
-    const int n = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0);
-    std::wstring w(static_cast<std::size_t>(n), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, w.data(), n);
-    return w;
-}
-
-std::string narrow(std::wstring_view wide) {
-    if (wide.empty()) return {};
-    const int size = static_cast<int>(wide.size());
-    const int n = WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
-    std::string s(static_cast<std::size_t>(n), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, s.data(), n, nullptr, nullptr);
-    return s;
-}
-
 std::wstring native_path(std::string_view utf8_path) {
     std::wstring w = widen(utf8_path);
     if (w.size() <= kMaxPlainPath || w.starts_with(L"\\\\?\\") || w.starts_with(L"\\\\.\\"))
