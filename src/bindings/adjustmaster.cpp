@@ -163,14 +163,15 @@ bool Adjustment::scan(const std::string& root, sync::Listing& listing) {
 std::string Adjustment::describe(const AdjustStep& s) const {
     const std::string& name = s.name;
     switch (s.kind) {
-        case AdjustKind::Md:
-            return "md " + name + " (in " + label2_ + ")";
         case AdjustKind::Copy:
             return "copy " + name + " (new in " + label2_ + ")";
         case AdjustKind::Replace:
             return "replace " + name + " (changed in " + label2_ + ")";
         case AdjustKind::Restore:
             return "restore " + name + " (changed in " + label2_ + ", removed in " + label1_ + ")";
+        case AdjustKind::Md:
+            if (s.master < 0) return "md " + name + " (in " + label2_ + ")";
+            [[fallthrough]];  // a folder of the copy beside a file of the master
         case AdjustKind::Conflict:
             return "conflict " + std::string(m_.name(s.master)) + " (changed in " + label1_ +
                    " and in " + label2_ + "): " + label2_ + "'s version kept as " + name;

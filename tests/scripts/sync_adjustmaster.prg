@@ -21,6 +21,9 @@ sub main
   call append copy/new.txt "new"
   md copy/newdir
   call append copy/newdir/f.txt "new"
+  md copy/typed
+  call append copy/typed/t.txt "new"
+  call append master/typed "mine"
   ' the master's edits
   call append master/both.txt "mine"
   call append master/same.txt "same"
@@ -44,6 +47,7 @@ sub main
   call show newdir/f.txt
   call show mine.txt
   call show "both (Server).txt" both.txt
+  call show "typed (Server)/t.txt" typed/t.txt
   if direxists master/olddir
     print "olddir stayed"
   endif
