@@ -200,7 +200,7 @@ void Engine::report_not_available() {
 
 void Engine::debugger_stop() {
     DebugView view{&debug_listing_lines(), {}, current_line_, keyword_ + " " + arguments_,
-                   caption(" Debug")};
+                   caption(" Debug"), script_full_};
     for (int i = 0; i < variables_.count(); ++i)
         view.variables.push_back(variables_.name_at(i) + " = " + variables_.value_at(i));
     switch (host_.debug_stop(view)) {

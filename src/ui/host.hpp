@@ -43,6 +43,7 @@ struct DebugView {
     int current_line;                         // 1-based
     std::string line_text;
     std::string caption;
+    std::string script_file;  // the script's path, for the editor
 };
 enum class DebugAction { Step, Continue, Terminate };
 

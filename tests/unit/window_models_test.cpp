@@ -116,7 +116,7 @@ TEST(DebugModel, ListingIndentsByBlockDepth) {
 TEST(DebugModel, WaitPollsUntilAButtonAndShowsTheLine) {
     DebugModel m;
     const std::vector<std::string> listing = debug_listing({{"sub", "main"}, {"print", "$a$"}});
-    m.show(DebugView{&listing, {}, 2, "print 5", "Quiller v0.1.0 Debug"});
+    m.show(DebugView{&listing, {}, 2, "print 5", "Quiller v0.1.0 Debug", "job.prg"});
     EXPECT_EQ(m.num_label(), "2");
     EXPECT_EQ(m.line_label(), "print $a$");
     EXPECT_EQ(m.code_label(), "print 5");

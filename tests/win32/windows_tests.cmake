@@ -41,3 +41,21 @@ if(CMAKE_CROSSCOMPILING)
                         WORLD_READ WORLD_EXECUTE)
   set(script_quillerc ${CMAKE_CURRENT_BINARY_DIR}/quillerc-wine.sh)
 endif()
+
+# The desktop host's windows, driven from a second thread of the test program, under Wine in a
+# virtual desktop inside Xvfb; screenshots go to gui-shots/ in the build folder.
+add_executable(quiller_gui_tests
+  ${CMAKE_CURRENT_LIST_DIR}/gui/gui_tests.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/gui/gui_session.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/gui/gui_driver.cpp
+  ${CMAKE_BINARY_DIR}/src/quiller.rc)  # quiller.exe's icon and manifest (common controls 6)
+target_include_directories(quiller_gui_tests PRIVATE ${CMAKE_CURRENT_LIST_DIR}/gui)
+target_link_libraries(quiller_gui_tests PRIVATE quiller_core quiller_win32_host GTest::gtest
+                                                GTest::gtest_main)
+target_link_options(quiller_gui_tests PRIVATE -mwindows)
+if(CMAKE_CROSSCOMPILING)
+  add_test(NAME win32.gui
+    COMMAND ${CMAKE_CURRENT_LIST_DIR}/gui/run_gui_tests.sh ${CMAKE_BINARY_DIR}/wineprefix-gui
+            ${CMAKE_BINARY_DIR}/gui-shots $<TARGET_FILE:quiller_gui_tests>)
+  set_tests_properties(win32.gui PROPERTIES TIMEOUT 300 RUN_SERIAL TRUE)
+endif()

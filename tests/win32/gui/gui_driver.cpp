@@ -1,0 +1,145 @@
+#include "gui_driver.hpp"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <thread>
+
+namespace quiller::win32::test {
+namespace {
+
+constexpr int kWaitMs = 10000;
+
+bool poll(const std::function<bool()>& done, int ms = kWaitMs) {
+    for (int waited = 0; waited < ms; waited += 50) {
+        if (done()) return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return done();
+}
+
+HWND find_top(DWORD thread, const std::function<bool(HWND)>& match) {
+    struct Walk {
+        const std::function<bool(HWND)>* match;
+        HWND found = nullptr;
+    } walk{&match};
+    EnumThreadWindows(
+        thread,
+        [](HWND h, LPARAM p) -> BOOL {
+            auto* w = reinterpret_cast<Walk*>(p);
+            if (IsWindowVisible(h) && (*w->match)(h)) {
+                w->found = h;
+                return FALSE;
+            }
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&walk));
+    return walk.found;
+}
+
+std::wstring widen(std::string_view s) {
+    std::wstring out(s.size(), L'\0');
+    out.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, s.data(),
+                                                            static_cast<int>(s.size()), out.data(),
+                                                            static_cast<int>(out.size()))));
+    return out;
+}
+
+}  // namespace
+
+HWND Driver::window_with(int id) {
+    HWND found = nullptr;
+    poll([&] {
+        found = find_top(ui_thread_, [&](HWND h) { return GetDlgItem(h, id) != nullptr; });
+        return found != nullptr;
+    });
+    EXPECT_NE(found, nullptr) << "no window with control " << id;
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));  // let it finish showing
+    return found;
+}
+
+bool Driver::wait_gone(HWND window) {
+    return poll([&] { return !IsWindow(window) || !IsWindowVisible(window); });
+}
+
+bool Driver::wait_text(HWND window, int id, std::string_view wanted) {
+    return poll([&] { return (id ? text(window, id) : text(window)) == wanted; });
+}
+
+std::string Driver::text(HWND window) {
+    wchar_t buffer[8192] = {};
+    const auto n = SendMessageW(window, WM_GETTEXT, 8192, reinterpret_cast<LPARAM>(buffer));
+    std::string out(static_cast<std::size_t>(n) * 3 + 1, '\0');
+    out.resize(static_cast<std::size_t>(
+        WideCharToMultiByte(CP_UTF8, 0, buffer, static_cast<int>(n), out.data(),
+                            static_cast<int>(out.size()), nullptr, nullptr)));
+    return out;
+}
+
+int Driver::default_button(HWND window) {
+    const LRESULT r = SendMessageW(window, DM_GETDEFID, 0, 0);
+    return HIWORD(r) == DC_HASDEFID ? LOWORD(r) : 0;
+}
+
+void Driver::click(HWND window, int id) {
+    HWND button = GetDlgItem(window, id);
+    ASSERT_TRUE(IsWindowVisible(button) && IsWindowEnabled(button)) << "button " << id;
+    PostMessageW(button, BM_CLICK, 0, 0);
+}
+
+HWND Driver::focus() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(ui_thread_, &info);
+    return info.hwndFocus;
+}
+
+bool Driver::wait_focus(HWND control) {
+    return poll([&] { return focus() == control; });
+}
+
+void Driver::post_to_focus(UINT msg, WPARAM w, LPARAM l, UINT then) {
+    HWND f = nullptr;
+    poll([&] { return (f = focus()) != nullptr; }, 3000);
+    ASSERT_NE(f, nullptr) << "no control has the focus";
+    PostMessageW(f, msg, w, l);
+    if (then) PostMessageW(f, then, w, static_cast<LPARAM>(0xC0000001u));
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+}
+
+void Driver::key(WORD vk) {
+    post_to_focus(WM_KEYDOWN, vk, 1, WM_KEYUP);
+}
+
+void Driver::alt(char letter) {
+    post_to_focus(WM_SYSCHAR, static_cast<WPARAM>(letter), 1 << 29);
+}
+
+void Driver::type(std::string_view text) {
+    for (wchar_t c : widen(text)) post_to_focus(WM_CHAR, c, 1);
+}
+
+void Driver::shot(HWND window, std::string_view name) {
+    const char* dir = std::getenv("QUILLER_SHOT_DIR");
+    if (!dir || !*dir || !window) return;
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    RECT r{};
+    GetWindowRect(window, &r);
+    const std::string request = std::string(dir) + "/" + std::string(name) + ".req";
+    {
+        std::ofstream out(request + ".part");
+        out << r.left << ' ' << r.top << ' ' << r.right - r.left << ' ' << r.bottom - r.top << '\n';
+    }
+    MoveFileExW(widen(request + ".part").c_str(), widen(request).c_str(),
+                MOVEFILE_REPLACE_EXISTING);
+    EXPECT_TRUE(poll([&] {
+        return GetFileAttributesW(widen(request).c_str()) == INVALID_FILE_ATTRIBUTES;
+    })) << "no screenshot "
+        << name;
+}
+
+}  // namespace quiller::win32::test
