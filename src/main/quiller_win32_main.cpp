@@ -16,6 +16,7 @@
 #include "main/command_line.hpp"
 #include "os/win32/win32_console.hpp"
 #include "os/win32/win32_platform.hpp"
+#include "value/value.hpp"
 
 namespace {
 
@@ -49,6 +50,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         return association(args[0] == "/register");
 
     quiller::Platform platform = quiller::make_platform();
+    // Numbers and dates follow the user's regional settings.
+    quiller::value::set_conventions(platform.environment->regional_settings().view());
     quiller::RegistrySettings settings(*platform.registry);
     quiller::win32::Win32Host host(settings, *platform.processes, *platform.files);
     quiller::Engine engine(host, platform, quiller::standard_language());
