@@ -3,12 +3,15 @@
 // after the run to describe the target as it then stands.
 #include <algorithm>
 
+#include "bindings/dircopy.hpp"
 #include "bindings/dircopy_report.hpp"
 #include "engine/engine.hpp"
-#include "bindings/dircopy.hpp"
+#include "engine/registry_engine.hpp"
 #include "os/mirror_files.hpp"
 #include "sync/actions.hpp"
 #include "sync/executor.hpp"
+#include "sync/scan.hpp"
+#include "sync/scan_file.hpp"
 #include "sync/sort.hpp"
 #include "value/format.hpp"
 
@@ -73,9 +76,9 @@ class Dircopy {
     bool open_source();
     bool open_target();
     bool make_tree(const std::string& path);
-    void scan(Side& side);
+    bool scan(Side& side);
     bool read_scan_file(Side& side);
-    bool write_scan_file(const std::string& path, const Listing& listing);
+    void rewrite_target_file(Listing listing);
     void clean_listings();
     bool confirm(const sync::ActionList& list, bool deletions, bool empty_source);
     void preview(const sync::ActionList& list, sync::Executor& executor);
@@ -86,7 +89,7 @@ class Dircopy {
     Engine& e_;
     FileOperations& ops_;
     const Slots& slots_;
-    bool nosub_, meter_, ask_, preview_;
+    bool nosub_, progress_, meter_, ask_, preview_;
     DircopyReport report_;
     Side source_, target_;
     std::string target_file_;  // the target's scan file, when it is one
@@ -102,6 +105,7 @@ Dircopy::Dircopy(Engine& e)
       ops_(*e.platform().file_operations),
       slots_(e.slots()),
       nosub_(e.has_option("nosub")),
+      progress_(e.has_option("progress")),
       meter_(!e.has_option("hidemeter")),
       ask_(e.has_option("ask")),
       preview_(e.has_option("preview")),
@@ -131,8 +135,10 @@ void Dircopy::run() {
         return preview(list, planner);
     }
     if (!confirm(list, deletions, empty_source)) return;
-    if (list.actions.size() <= 1)
+    if (list.actions.size() <= 1) {
+        if (!target_file_.empty() && !target_.scan_file) rewrite_target_file(target_.listing);
         return report_.line("Nothing to do: the target matches the source.");
+    }
     if (!space_fits(list.space_required(deletions))) return;
     execute(list, deletions);
 }
@@ -155,8 +161,7 @@ bool Dircopy::open_source() {
         refuse("(dircopy) The source " + quoted(source_.root) + " can't be read.", error);
         return false;
     }
-    if (!source_.scan_file) scan(source_);
-    return true;
+    return source_.scan_file || scan(source_);
 }
 
 bool Dircopy::open_target() {
@@ -186,8 +191,7 @@ bool Dircopy::open_target() {
     }
     if (trusted) return true;
     if (!make_tree(target_.root)) return false;
-    if (entry) scan(target_);
-    return true;
+    return !entry || scan(target_);
 }
 
 bool Dircopy::make_tree(const std::string& path) {
@@ -225,45 +229,60 @@ void Dircopy::clean_listings() {
     }
 }
 
-// ---- Scans (to be replaced by the walk and scan files of src/sync) -------------------------
+// ---- Scans and scan files ----------------------------------------------------------------
 
-#ifdef _WIN32
-constexpr char kSep = '\\';
-#else
-constexpr char kSep = '/';
-#endif
-
-void walk(FileOperations& ops, const std::string& root, const std::string& rel, Listing& l,
-          bool nosub, bool& warned) {
-    int error = 0;
-    const auto entries = ops.list(rel.empty() ? root : sync::join_path(root, rel), error);
-    if (!entries) {
-        warned = true;
-        return;
-    }
-    std::vector<std::string> folders;
-    for (const FileEntry& f : *entries) {
-        if (f.directory && (nosub || f.link)) continue;
-        const std::string name = rel.empty() ? f.name : rel + kSep + f.name;
-        l.add(name, value::local_day_number(f.modified),
-              static_cast<std::int16_t>(f.attributes & ~kAttrCompressed), f.directory ? 0 : f.size);
-        if (f.directory) folders.push_back(name);
-    }
-    for (const std::string& f : folders) walk(ops, root, f, l, nosub, warned);
+// The walk of one side, sorted; false (reported) when its root could not be listed.
+bool Dircopy::scan(Side& side) {
+    const std::unique_ptr<DirectoryReader> reader = make_directory_reader();
+    RegistryOperations registry = registry_operations(e_);
+    sync::ScanServices services{*e_.platform().files,
+                                *reader,
+                                registry,
+                                *e_.platform().clock,
+                                e_.host(),
+                                [this](const std::string& line) { report_.line(line); },
+                                [this](const std::string& message, const std::string& system) {
+                                    report_.warn(message, system);
+                                }};
+    services.tag = "(dircopy)";
+    sync::ScanOptions options;
+    options.subfolders = !nosub_;
+    options.progress = progress_ && meter_;
+    const bool ok = sync::scan_tree(services, side.root, options, side.listing);
+    side.warned = side.listing.warnings > 0;
+    if (ok) sync::sort_listing(side.listing, [this] { e_.host().process_events(); });
+    return ok;
 }
 
-void Dircopy::scan(Side& side) {
-    walk(ops_, side.root, {}, side.listing, nosub_, side.warned);
-    sync::sort_listing(side.listing);
-}
-
+// The listing of a scan file; its first line names the side's root.
 bool Dircopy::read_scan_file(Side& side) {
-    refuse("(dircopy) " + quoted(side.root) + " is a file; scan files are not available yet.");
+    sync::ScanFileEvents events;
+    events.warning = [&](const std::string& message) {
+        side.warned = true;
+        report_.warn(message);
+    };
+    events.progress = [this](std::size_t, std::string_view) { e_.host().process_events(); };
+    int error = 0;
+    const std::string path = side.root;
+    if (!sync::read_scan_file(*e_.platform().files, path, events, side.listing, error)) {
+        refuse("(dircopy) The scan file " + quoted(path) + " can't be read.", error);
+        return false;
+    }
+    side.root = side.listing.root;
+    if (!side.root.empty()) return true;
+    refuse("(dircopy) The scan file " + quoted(path) + " names no folder.");
     return false;
 }
 
-bool Dircopy::write_scan_file(const std::string&, const Listing&) {
-    return false;
+// The target's scan file describes the target as it now stands; the run's mark goes with it.
+void Dircopy::rewrite_target_file(Listing listing) {
+    listing.root = target_.root;
+    listing.subfolders = !nosub_;
+    int error = 0;
+    if (!sync::write_scan_file(*e_.platform().files, target_file_, listing, error))
+        return report_.warn(
+            "(dircopy) The scan file " + quoted(target_file_) + " can't be written.", error);
+    ops_.remove_file(target_file_ + std::string(kBusySuffix), error);
 }
 
 // ---- Before anything changes -------------------------------------------------------------
@@ -335,9 +354,7 @@ void Dircopy::execute(const sync::ActionList& list, bool deletions) {
     const auto wind_up = [&](std::string_view state) {
         report_.finish(executor.counts(), state);
         if (busy.empty()) return;
-        Listing after = executor.target_after(list);
-        after.root = target_.root;
-        if (write_scan_file(target_file_, after)) ops_.remove_file(busy, error);
+        rewrite_target_file(executor.target_after(list));
     };
     try {
         executor.run(list, deletions);

@@ -65,7 +65,10 @@ void DircopyReport::line(std::string_view text) {
 }
 
 void DircopyReport::warn(std::string_view message, int error) {
-    const std::string reason = error ? e_.platform().files->error_text(error) : std::string();
+    warn(message, error ? e_.platform().files->error_text(error) : std::string());
+}
+
+void DircopyReport::warn(std::string_view message, const std::string& reason) {
     log(message, reason);
     flush_log();
     e_.report_error(message, Severity::Warning, reason);

@@ -37,6 +37,7 @@ class DircopyReport final : public sync::ExecutionObserver {
     void line(std::string_view text);
     // A warning through the error report, also logged.
     void warn(std::string_view message, int error = 0);
+    void warn(std::string_view message, const std::string& system_text);
 
     // Execution begins: `total` actions.
     void start(std::int64_t total);

@@ -19,8 +19,16 @@ constexpr std::string_view kTemporaryPrefix = ".~qlsync-";
 constexpr std::string_view kTemporarySuffix = ".tmp";
 constexpr std::uint32_t kKeptAttributes = kAttrReadOnly | kAttrHidden | kAttrSystem | kAttrArchive;
 
+std::size_t last_separator(std::string_view path) {
+#ifdef _WIN32
+    return path.find_last_of("\\/");
+#else
+    return path.rfind('/');
+#endif
+}
+
 std::string_view parent_of(std::string_view name) {
-    const std::size_t cut = name.rfind(kSeparator);
+    const std::size_t cut = last_separator(name);
     return cut == std::string_view::npos ? std::string_view{} : name.substr(0, cut);
 }
 
@@ -31,10 +39,8 @@ std::string temporary_beside(std::string_view path) {
     std::string name(kTemporaryPrefix);
     for (std::uint64_t bits = random(), k = 0; k < 12; ++k, bits >>= 4) name += digits[bits & 15];
     name += kTemporarySuffix;
-    const std::string_view folder = parent_of(path);
-    return folder.empty() && path.find(kSeparator) == std::string_view::npos
-               ? name
-               : std::string(folder) + kSeparator + name;
+    const std::size_t cut = last_separator(path);
+    return cut == std::string_view::npos ? name : std::string(path.substr(0, cut + 1)) + name;
 }
 
 bool is_deletion(ActionKind kind) {

@@ -15,6 +15,7 @@
 #include "os/mirror_files.hpp"
 #include "sync/actions.hpp"
 #include "sync/listing.hpp"
+#include "sync/walk.hpp"
 
 namespace quiller::sync {
 
