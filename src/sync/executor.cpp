@@ -1,8 +1,10 @@
 #include "sync/executor.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <random>
 
+#include "os/file_operation_paths.hpp"
 #include "os/platform.hpp"
 #include "sync/sort.hpp"
 
@@ -41,6 +43,16 @@ std::string temporary_beside(std::string_view path) {
     name += kTemporarySuffix;
     const std::size_t cut = last_separator(path);
     return cut == std::string_view::npos ? name : std::string(path.substr(0, cut + 1)) + name;
+}
+
+// A name below a root, written with the root's own separator ("./dst" keeps "/" on Windows).
+std::string in_tree(std::string_view root, std::string_view name) {
+    std::string path = join_path(root, name);
+    const char separator = fileops::separator_of(root);
+    if (separator != kSeparator)
+        std::replace(path.begin() + static_cast<std::ptrdiff_t>(root.size()), path.end(),
+                     kSeparator, separator);
+    return path;
 }
 
 bool is_deletion(ActionKind kind) {
@@ -89,8 +101,8 @@ void Executor::run(const ActionList& list, bool deletions) {
 
 std::string Executor::target_path(const Action& a) const {
     const bool from_source = a.kind == ActionKind::Copy || a.kind == ActionKind::Md;
-    return join_path(target_root_,
-                     on_disk(from_source ? source_.name(a.source) : target_.name(a.target)));
+    return in_tree(target_root_,
+                   on_disk(from_source ? source_.name(a.source) : target_.name(a.target)));
 }
 
 std::string Executor::describe(const Action& a, const std::string& path) const {
@@ -113,7 +125,7 @@ int Executor::execute(const Action& a, const std::string& path) {
     switch (a.kind) {
         case ActionKind::Copy:
         case ActionKind::Replace:
-            error = copy(join_path(source_root_, source_.name(a.source)), path);
+            error = copy(in_tree(source_root_, source_.name(a.source)), path);
             if (!error) counts_.bytes += source_.record(a.source).size;
             return error;
         case ActionKind::Del:
@@ -200,7 +212,7 @@ int Executor::rename(const Action& a, const std::string& path) {
     const std::string temp = temporary_beside(path);
     int error = 0;
     if (!ops_.rename(path, temp, error)) return error;
-    if (!ops_.rename(temp, join_path(target_root_, new_disk), error)) {
+    if (!ops_.rename(temp, in_tree(target_root_, new_disk), error)) {
         int ignored = 0;
         ops_.rename(temp, path, ignored);
         if (a.kind == ActionKind::Rendir) renamed_[std::string(source_.name(a.source))] = old_disk;

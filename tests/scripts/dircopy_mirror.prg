@@ -7,19 +7,19 @@ sub main
   exclude "dst/old.txt"
   setattrib dst/ro.txt +R
   print "-- the preview changes nothing"
-  dircopy src dst {preview quiet}
+  dircopy ./src ./dst {preview quiet}
   print "-- the run"
-  dircopy src dst {quiet}
+  dircopy ./src ./dst {quiet}
   dir dst/*.txt {sub}
   dir dst/*.bak
   print "-- the file that met a folder comes next time"
-  dircopy src dst {preview quiet}
-  dircopy src dst {quiet}
+  dircopy ./src ./dst {preview quiet}
+  dircopy ./src ./dst {quiet}
   dir dst/f
-  dircopy src dst {preview quiet}
+  dircopy ./src ./dst {preview quiet}
   print "-- reset filters: the excluded files come now"
   exclude "" {reset}
-  dircopy src dst {preview quiet}
+  dircopy ./src ./dst {preview quiet}
   print "-- the source is untouched"
   dir src/*.* {sub}
 endsub
