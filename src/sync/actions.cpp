@@ -1,8 +1,10 @@
 #include "sync/actions.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <unordered_set>
 
+#include "os/file_operation_paths.hpp"
 #include "sync/name_order.hpp"
 #include "value/text.hpp"
 
@@ -59,8 +61,12 @@ class Cursor {
     bool excluded(const PathFilters& filters) const {
         if (filters.empty() || at_end()) return false;
         std::string path(side_.root);
-        if (!path.empty() && !is_separator(path.back())) path += kSeparator;
+        const char separator = fileops::separator_of(side_.root);
+        if (!path.empty() && !is_separator(path.back())) path += separator;
+        const std::size_t start = path.size();
         path += name();
+        if (separator != kSeparator)
+            std::replace(path.begin() + start, path.end(), kSeparator, separator);
         return filters.excluded(path);
     }
 

@@ -25,7 +25,7 @@ sub main
   print "-- a source scan file; names that lead outside are skipped"
   set $f$ fileopen "bad.scn" write
   filewrite $f$ "src*sub"
-  filewrite $f$ "../evil.txt*45000*32*5"
+  filewrite $f$ "..*45000*32*5"
   filewrite $f$ "a.txt*45293.6277777778*32*10"
   fileclose $f$
   dircopy bad.scn out {quiet}
