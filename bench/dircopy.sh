@@ -7,7 +7,9 @@
 # -DQUILLER_BENCH=ON).
 #
 #   bash bench/dircopy.sh             # the full sizes
-#   bash bench/dircopy.sh 100         # folders of the no-op trees (100: 100,000 entries)
+#   bash bench/dircopy.sh 100         # folders of the no-op trees (100: 100,100 entries)
+#   QUILLERC=build/src/quillerc MICRO=build-bench/bench/quiller_micro_bench bash bench/dircopy.sh
+#                                     # programs already built
 set -euo pipefail
 
 BIG_FOLDERS="${1:-1000}"
@@ -15,7 +17,7 @@ ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 WORK="$(mktemp -d "${TMPDIR:-/tmp}/quiller-dircopy.XXXXXX")"
 trap 'rm -rf "$WORK"' EXIT
 
-. "$ROOT/bench/build_quillerc.sh"
+[ -n "${QUILLERC:-}" ] || . "$ROOT/bench/build_quillerc.sh"  # or QUILLERC=... given
 export TMPDIR="$WORK/" QUILLER_REGISTRY="$WORK/registry.db"
 command -v rsync >/dev/null || { echo "bench: rsync is needed (apt-get install rsync)" >&2; exit 1; }
 
@@ -47,12 +49,14 @@ PRG
 # row LABEL OURS PEER_LABEL PEER
 row() { printf '  %-34s %8s s   %-30s %8s s   ratio %s\n' "$1" "$2" "$3" "$4" "$(ratio "$4" "$2")"; }
 
+echo "dircopy against rsync (time of rsync / time of dircopy: above 1 dircopy is faster)"
 echo "Generating 100,000 small files..." >&2
 make_tree "$WORK/small" 100 1000 100
 sync
 t0=$(now); "$QUILLERC" "$WORK/dircopy.prg" "$WORK/small" "$WORK/small-q" >/dev/null; t1=$(now)
 r0=$(now); rsync -a "$WORK/small/" "$WORK/small-r/"; r1=$(now)
 [ "$(find "$WORK/small-q" -type f | wc -l)" = 100000 ] || { echo "dircopy: wrong file count" >&2; exit 1; }
+row "dircopy, 100,000 files, empty target" "$(secs "$t0" "$t1")" "rsync -a" "$(secs "$r0" "$r1")"
 rm -rf "$WORK/small-q" "$WORK/small-r" "$WORK/small"
 
 echo "Generating two trees of $((BIG_FOLDERS * 1001)) entries..." >&2
@@ -62,15 +66,16 @@ cp -al "$WORK/big" "$WORK/big-copy"
 n0=$(now); "$QUILLERC" "$WORK/dircopy.prg" "$WORK/big" "$WORK/big-copy" >/dev/null; n1=$(now)
 m0=$(now); rsync -a -n --delete "$WORK/big/" "$WORK/big-copy/"; m1=$(now)
 
-echo "dircopy against rsync (time of rsync / time of dircopy: above 1 dircopy is faster)"
-row "dircopy, 100,000 files, empty target" "$(secs "$t0" "$t1")" "rsync -a" "$(secs "$r0" "$r1")"
 row "dircopy, $((BIG_FOLDERS * 1001)) entries, nothing to do" "$(secs "$n0" "$n1")" \
     "rsync -a -n --delete" "$(secs "$m0" "$m1")"
 
-MICRO="$ROOT/build-bench-micro/bench/quiller_micro_bench"
-if cmake -S "$ROOT" -B "$ROOT/build-bench-micro" -DCMAKE_BUILD_TYPE=Release -DQUILLER_BENCH=ON \
+if [ -z "${MICRO:-}" ] &&
+    cmake -S "$ROOT" -B "$ROOT/build-bench-micro" -DCMAKE_BUILD_TYPE=Release -DQUILLER_BENCH=ON \
         -DQUILLER_TESTS=OFF >"$WORK/micro.log" 2>&1 &&
     cmake --build "$ROOT/build-bench-micro" -j 2 --target quiller_micro_bench >>"$WORK/micro.log" 2>&1; then
+    MICRO="$ROOT/build-bench-micro/bench/quiller_micro_bench"
+fi
+if [ -n "${MICRO:-}" ]; then
     echo "merge of two 1,000,000-entry listings (CPU time; goal: under 300 ms)"
     "$MICRO" --benchmark_filter=SyncActions --benchmark_format=console 2>/dev/null |
         awk '/SyncActions/ { printf "  %-34s %8s ms\n", $1, $4 }'
