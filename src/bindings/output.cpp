@@ -29,6 +29,7 @@ int whole_number(std::string_view text) {
 // returns to its former visibility afterwards.
 void show_modal(Engine& e, std::string_view message) {
     OutputModel& out = e.output();
+    out.set_visible(e.host().output_visible(out));
     const bool was_visible = out.begin_modal(message);
     e.host().output_pause(out, message);
     out.end_modal(was_visible);

@@ -13,13 +13,16 @@ namespace quiller {
 // Only this loop moves the current line: a statement asks for its jump, a failing statement
 // reports and returns (or throws back here), and the hand-over to on_error comes after the
 // statement's own jump, so on_error returns to where the run would have gone on.
+// Windows stay alive through long runs of quick lines: pending events run every 1024 lines.
 void Engine::do_prg() {
+    unsigned lines_run = 0;
     take_jump();
     while (!finished_ && current_line_ >= 1 && current_line_ <= program_.count()) {
         run_line();
         take_jump();
         if (pending_error_ && !finished_) hand_over_to_on_error();
         ++current_line_;
+        if ((++lines_run & 1023u) == 0) host_.process_events();
     }
 }
 

@@ -115,6 +115,7 @@ void Engine::publish_parameters(const Slots& slots, int first) {
 
 void Engine::finish_run() {
     files_.close_all();
+    output_.set_visible(host_.output_visible(output_));
     if (output_.visible()) {
         output_.finish();
         host_.output_finished(output_);

@@ -69,6 +69,8 @@ class Host {
     virtual void output_notice(const OutputModel&, std::string_view /*message*/) {}
     // The model's caption or visibility changed (a timed pause counts down in the caption).
     virtual void output_refresh(const OutputModel&) {}
+    // Whether the output window shows: OK hides it without the engine's knowing.
+    virtual bool output_visible(const OutputModel& model) { return model.visible(); }
     // True once the user pressed OK on the output window since the last call (ends a countdown).
     virtual bool output_dismissed() { return false; }
     // `printwindow`: place and size the output window, in twips.

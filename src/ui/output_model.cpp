@@ -5,6 +5,7 @@ namespace quiller {
 void OutputModel::show(std::string_view title, std::string_view text, bool clear, bool insert) {
     loaded_ = true;
     ok_enabled_ = true;
+    if (clear || insert) ++rewrites_;
     if (clear) text_.clear();
     const std::string_view separator = text_.empty() ? std::string_view{} : line_break_;
     if (!title.empty()) title_ = title;

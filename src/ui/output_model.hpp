@@ -28,6 +28,9 @@ class OutputModel {
     // the end, so that the last line is in view.
     bool caret_at_start() const { return caret_at_start_; }
     bool ok_enabled() const { return ok_enabled_; }
+    // Counts the changes that were more than an append (clear, insert), so that a window can
+    // add only the new text after a plain append.
+    unsigned rewrites() const { return rewrites_; }
     void set_ok_enabled(bool on) { ok_enabled_ = on; }
     // The window's caption ("Quiller v0.1.0"; the end of a run appends " - Program Finished").
     const std::string& caption() const { return caption_; }
@@ -62,6 +65,7 @@ class OutputModel {
     bool visible_ = false;
     bool caret_at_start_ = false;
     bool ok_enabled_ = false;
+    unsigned rewrites_ = 0;
 };
 
 }  // namespace quiller
