@@ -29,9 +29,8 @@ bool display_available() {
 // readme-quiller.htm beside the program, or where `cmake --install` puts the documentation.
 std::string reference_file() {
     const QDir dir(QCoreApplication::applicationDirPath());
-    for (const QString& candidate :
-         {dir.filePath("readme-quiller.htm"),
-          dir.filePath("../share/doc/quiller/readme-quiller.htm")}) {
+    for (const QString& candidate : {dir.filePath("readme-quiller.htm"),
+                                     dir.filePath("../share/doc/quiller/readme-quiller.htm")}) {
         if (QFileInfo::exists(candidate)) return QDir::cleanPath(candidate).toStdString();
     }
     return dir.filePath("readme-quiller.htm").toStdString();
@@ -44,9 +43,10 @@ int main(int argc, char** argv) {
     const std::string command_line = quiller::join_command_line(argc, argv);
     quiller::Platform platform = quiller::make_platform();
     if (!display_available()) {
-        std::fputs("quiller: no display (DISPLAY and WAYLAND_DISPLAY are not set); running the "
-                   "script on the console as quillerc does\n",
-                   stderr);
+        std::fputs(
+            "quiller: no display (DISPLAY and WAYLAND_DISPLAY are not set); running the "
+            "script on the console as quillerc does\n",
+            stderr);
         quiller::ConsoleHost console(stdout, stderr, stdin);
         quiller::Engine engine(console, platform);
         return engine.run(command_line);

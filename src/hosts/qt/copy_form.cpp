@@ -37,9 +37,12 @@ CopyForm::CopyForm(SettingsStore& store) : placement_(store, placement_key("Copy
 void CopyForm::open() {
     placement_.restore(*this, question_place(primary_screen(), 7200, 4800));
     const int state = load_window_state(placement_.store(), placement_.key());
-    if (state == 2) showMaximized();
-    else if (state == 1) showMinimized();
-    else show();
+    if (state == 2)
+        showMaximized();
+    else if (state == 1)
+        showMinimized();
+    else
+        show();
 }
 
 void CopyForm::closeEvent(QCloseEvent* event) {

@@ -35,7 +35,7 @@ QListWidget* list(const char* name) {
     auto* l = new QListWidget;
     l->setObjectName(name);
     l->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    l->setUniformItemSizes(true);  // long listings stay quick
+    l->setUniformItemSizes(true);                               // long listings stay quick
     l->setSelectionMode(QAbstractItemView::ExtendedSelection);  // Ctrl+C copies the lines
     return l;
 }

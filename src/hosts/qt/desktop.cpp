@@ -21,8 +21,10 @@ QString text_editor_command() {
     bool in_entry = false;
     while (!file.atEnd()) {
         const QString line = QString::fromUtf8(file.readLine()).trimmed();
-        if (line.startsWith('[')) in_entry = line == "[Desktop Entry]";
-        else if (in_entry && line.startsWith("Exec=")) return line.mid(5);
+        if (line.startsWith('['))
+            in_entry = line == "[Desktop Entry]";
+        else if (in_entry && line.startsWith("Exec="))
+            return line.mid(5);
     }
     return {};
 }

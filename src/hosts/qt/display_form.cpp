@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -76,6 +77,18 @@ void DisplayForm::show_model(const OutputModel& m) {
     caret.movePosition(m.caret_at_start() ? QTextCursor::Start : QTextCursor::End);
     output_text->setTextCursor(caret);
     output_text->ensureCursorVisible();
+}
+
+void DisplayForm::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Escape:
+            if (ok_button->isEnabled()) ok_button->click();
+            return;
+        default:
+            QWidget::keyPressEvent(event);
+    }
 }
 
 void DisplayForm::closeEvent(QCloseEvent* event) {

@@ -36,6 +36,9 @@ class DisplayForm final : public QWidget {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    // Enter presses the default button OK; so does Esc, which must not end the program as the
+    // close box does.
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     std::size_t shown_size_ = 0;  // how much of the model's text the editor holds

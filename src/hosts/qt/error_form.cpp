@@ -27,10 +27,9 @@ ErrorForm::ErrorForm(ErrorWindowModel& model, bool native_dialogs)
     : model_(model), native_dialogs_(native_dialogs) {
     setObjectName("ErrorForm");
     setWindowTitle(QString::fromStdString(model.title()));
-    const QStyle::StandardPixmap icon_kind =
-        model.choosing_file() ? QStyle::SP_MessageBoxQuestion
-        : model.fatal()       ? QStyle::SP_MessageBoxCritical
-                              : QStyle::SP_MessageBoxWarning;
+    const QStyle::StandardPixmap icon_kind = model.choosing_file() ? QStyle::SP_MessageBoxQuestion
+                                             : model.fatal()       ? QStyle::SP_MessageBoxCritical
+                                                                   : QStyle::SP_MessageBoxWarning;
     auto* icon = new QLabel;
     const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
     icon->setPixmap(style()->standardIcon(icon_kind, nullptr, this).pixmap(size, size));
@@ -95,8 +94,9 @@ void ErrorForm::reject() {
 void ErrorForm::browse() {
     const QFileInfo current(file_name->text());
     const QString chosen = QFileDialog::getOpenFileName(
-        this, QString::fromUtf8(ErrorWindowModel::kBrowseTitle.data(),
-                                static_cast<int>(ErrorWindowModel::kBrowseTitle.size())),
+        this,
+        QString::fromUtf8(ErrorWindowModel::kBrowseTitle.data(),
+                          static_cast<int>(ErrorWindowModel::kBrowseTitle.size())),
         current.absolutePath(),
         QString::fromUtf8(ErrorWindowModel::kBrowseFilter.data(),
                           static_cast<int>(ErrorWindowModel::kBrowseFilter.size())),

@@ -35,7 +35,8 @@ TwipsRect primary_screen() {
 
 std::vector<TwipsRect> all_screens() {
     std::vector<TwipsRect> out;
-    for (const QScreen* s : QGuiApplication::screens()) out.push_back(twips_of(s->availableGeometry()));
+    for (const QScreen* s : QGuiApplication::screens())
+        out.push_back(twips_of(s->availableGeometry()));
     return out;
 }
 
@@ -50,8 +51,8 @@ void WindowPlacement::apply(QWidget& w, const TwipsRect& r) {
 }
 
 void WindowPlacement::save(const QWidget& w) {
-    if (!restored_ || (w.windowState() & (Qt::WindowMinimized | Qt::WindowMaximized |
-                                          Qt::WindowFullScreen)))
+    if (!restored_ ||
+        (w.windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen)))
         return;
     save_placement(store_, key_,
                    {to_twips(w.x()), to_twips(w.y()), to_twips(w.width()), to_twips(w.height())});

@@ -1,7 +1,6 @@
 #include "hosts/qt/qt_host.hpp"
 
 #include <QApplication>
-#include <algorithm>
 #include <QDateTime>
 #include <QEventLoop>
 #include <QFile>
@@ -9,6 +8,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
+#include <algorithm>
 
 #include "hosts/qt/ask_form.hpp"
 #include "hosts/qt/debug_form.hpp"
@@ -34,8 +34,8 @@ void sleep_on_events(int ms) {
 
 void centre_on_screen(QWidget& w, int raise_twips = 0) {
     w.adjustSize();
-    const TwipsRect r = centred(primary_screen(), to_twips(w.width()), to_twips(w.height()),
-                                raise_twips);
+    const TwipsRect r =
+        centred(primary_screen(), to_twips(w.width()), to_twips(w.height()), raise_twips);
     w.move(to_pixels(r.left), to_pixels(r.top));
 }
 
@@ -196,8 +196,8 @@ void QtHost::output_finished(const OutputModel& model) {
 std::string QtHost::ask(const Question& question) {
     QuestionModel model(question);
     AskForm form(model, question.caption);
-    const TwipsRect r = question_place(primary_screen(), question_design::kWidth,
-                                       question_design::kHeight);
+    const TwipsRect r =
+        question_place(primary_screen(), question_design::kWidth, question_design::kHeight);
     form.move(to_pixels(r.left), to_pixels(r.top));
     form.exec();
     end_if_requested();
@@ -336,8 +336,10 @@ void QtHost::popup_show(const ProgressModel& model) {
     ProgressForm& w = progress(ProgressWindow::Popup);
     const bool placed = std::any_of(model.placement.begin(), model.placement.end(),
                                     [](const auto& v) { return v.has_value(); });
-    if (placed) popup_place_.apply(w, popup_place(model, primary_screen()));
-    else if (is_new) popup_place_.restore(w, popup_place(model, primary_screen()));
+    if (placed)
+        popup_place_.apply(w, popup_place(model, primary_screen()));
+    else if (is_new)
+        popup_place_.restore(w, popup_place(model, primary_screen()));
     w.show_model(model);
     if (!w.isVisible()) w.show();
     pump(true);

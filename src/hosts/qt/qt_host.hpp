@@ -24,8 +24,8 @@ struct DesktopServices {
     std::function<std::string()> temp_text_file;  // a fresh "....txt" name of the user's own
     std::function<void(const std::string&)> open_document;  // the desktop's opener
     std::function<void(const std::string&)> edit_file;      // the desktop's text editor
-    std::string reference_file;  // readme-quiller.htm beside the program
-    bool native_dialogs = true;  // false: Qt's own file dialog
+    std::string reference_file;                             // readme-quiller.htm beside the program
+    bool native_dialogs = true;                             // false: Qt's own file dialog
 };
 
 class QtHost final : public Host {
