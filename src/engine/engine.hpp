@@ -52,6 +52,9 @@ enum class BlockKind { Repeat, EndWhile, While, EndIf, Goto, Sub };
 class Engine {
   public:
     Engine(Host& host, Platform& platform, const Language& language);
+    ~Engine();
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
 
     // Start-up: runs the script named on `command_line` (script file, then parameters).
     // Returns the process exit status.

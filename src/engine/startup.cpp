@@ -23,6 +23,13 @@ Engine::Engine(Host& host, Platform& platform, const Language& language)
                std::to_string(kVersionRevision)),
       output_(kLineBreak) {
     output_.set_caption(caption());
+    // A script waiting for a program keeps the windows alive.
+    if (platform_.processes)
+        platform_.processes->while_waiting = [this] { host_.process_events(); };
+}
+
+Engine::~Engine() {
+    if (platform_.processes) platform_.processes->while_waiting = nullptr;
 }
 
 std::string Engine::caption(std::string_view suffix) const {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "bindings/language.hpp"
 #include "engine/engine.hpp"
 #include "hosts/common/registry_settings.hpp"
 #include "hosts/console/console_host.hpp"
@@ -48,7 +49,7 @@ int main(int argc, char** argv) {
             "script on the console as quillerc does\n",
             stderr);
         quiller::ConsoleHost console(stdout, stderr, stdin);
-        quiller::Engine engine(console, platform);
+        quiller::Engine engine(console, platform, quiller::standard_language());
         return engine.run(command_line);
     }
 
@@ -76,7 +77,7 @@ int main(int argc, char** argv) {
                                 std::to_string(quiller::kVersionMinor) + "." +
                                 std::to_string(quiller::kVersionRevision);
     quiller::qt::QtHost host(settings, version, desktop);
-    quiller::Engine engine(host, platform);
+    quiller::Engine engine(host, platform, quiller::standard_language());
     const int status = engine.run(command_line);
     host.close_all();
     return status;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +20,10 @@ inline constexpr int kOpenFirstSuccess = 33;
 class Processes {
   public:
     virtual ~Processes() = default;
+
+    // Called at least every 100 ms while a wait for a program holds the caller (the windows
+    // stay alive); it may throw to abandon the wait.
+    std::function<void()> while_waiting;
 
     // Starts a command line (environment references already expanded); with `wait`, returns only
     // when the program has ended. The process id (0 when none is known), or nothing when the

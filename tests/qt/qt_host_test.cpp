@@ -131,7 +131,7 @@ struct Desk {
     }
     int run(const std::string& script, const std::string& command = "job.prg") {
         h.files->files["job.prg"] = script;
-        Engine engine(host, h.platform);
+        Engine engine(host, h.platform, standard_language());
         const int status = engine.run(command);
         output = engine.output().text();
         return status;

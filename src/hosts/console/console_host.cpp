@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "hosts/console/console_debugger.hpp"
 #include "value/text.hpp"
 
 #ifdef _WIN32
@@ -178,9 +179,10 @@ MessageBoxResult ConsoleHost::message_box(std::string_view text, std::string_vie
     return MessageBoxResult::Ok;
 }
 
-// The console has no debugger window: lines run on as if Step were pressed.
-DebugAction ConsoleHost::debug_stop(const DebugView&) {
-    return DebugAction::Step;
+// On a terminal the debugger asks for a key; otherwise lines run on as if Step were pressed.
+DebugAction ConsoleHost::debug_stop(const DebugView& view) {
+    if (!interactive_) return DebugAction::Step;
+    return console_debug_stop(view, in_, err_);
 }
 
 // Progress: at most four redraws a second; the last item always shows. The line is cut to fit

@@ -22,12 +22,22 @@ namespace {
 constexpr int kOpenSucceeded = 42;   // any result from 33 up means success
 constexpr int kShellNotFound = 127;  // /bin/sh's exit status for a command it can't find
 
-// The exit status of a child, after waiting for it; -1 when it can't be waited on.
-int wait_child(pid_t pid) {
+// The exit status of a child, after waiting for it; -1 when it can't be waited on. With
+// `idle`, the child is polled (quickly at first, then every 50 ms) and `idle` runs in between.
+int wait_child(pid_t pid, const std::function<void()>& idle) {
     int status = 0;
-    while (waitpid(pid, &status, 0) < 0)
-        if (errno != EINTR) return -1;
-    return status;
+    if (!idle) {
+        while (waitpid(pid, &status, 0) < 0)
+            if (errno != EINTR) return -1;
+        return status;
+    }
+    for (int pause_ms = 1;; pause_ms = std::min(pause_ms * 2, 50)) {
+        const pid_t r = waitpid(pid, &status, WNOHANG);
+        if (r == pid) return status;
+        if (r < 0 && errno != EINTR) return -1;
+        std::this_thread::sleep_for(std::chrono::milliseconds(pause_ms));
+        idle();
+    }
 }
 
 // The shell's result codes for a failure to start the opener (file not found, access denied, out
@@ -78,7 +88,7 @@ std::optional<std::uint32_t> PosixProcesses::shell_command(const std::string& co
         return static_cast<std::uint32_t>(pid);
     }
     if (spawn_({"/bin/sh", "-c", command}, pid) != 0) return std::nullopt;
-    const int status = wait_child(pid);
+    const int status = wait_child(pid, while_waiting);
     if (WIFEXITED(status) && WEXITSTATUS(status) == kShellNotFound) return std::nullopt;
     return static_cast<std::uint32_t>(pid);
 }
@@ -90,12 +100,15 @@ void PosixProcesses::wait_for_process(std::uint32_t id) {
     const auto own = std::find(children_.begin(), children_.end(), pid);
     if (own != children_.end()) {
         children_.erase(own);
-        wait_child(pid);
+        wait_child(pid, while_waiting);
         return;
     }
     // Another program's process: watch it until it is gone. One we may not signal can't be
     // waited on.
-    while (kill(pid, 0) == 0) std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    while (kill(pid, 0) == 0) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        if (while_waiting) while_waiting();
+    }
 }
 
 // The verb is the desktop's default action: xdg-open knows no other.

@@ -84,13 +84,19 @@ class Win32Processes final : public Processes {
             return std::nullopt;
         KernelHandle process(info.hProcess), thread(info.hThread);
         // The handle at hand, rather than one opened again by id, can't meet a reused id.
-        if (wait) WaitForSingleObject(process.get(), INFINITE);
+        if (wait) wait_for(process.get());
         return info.dwProcessId;
+    }
+
+    // Waits in steps of 100 ms, letting the windows work in between.
+    void wait_for(HANDLE process) {
+        while (WaitForSingleObject(process, while_waiting ? 100 : INFINITE) == WAIT_TIMEOUT)
+            while_waiting();
     }
 
     void wait_for_process(std::uint32_t id) override {
         KernelHandle process(OpenProcess(SYNCHRONIZE, FALSE, id));
-        if (process.get()) WaitForSingleObject(process.get(), INFINITE);
+        if (process.get()) wait_for(process.get());
     }
 
     int open_document(const std::string& file, const std::string& verb) override {
