@@ -117,6 +117,8 @@ std::string replacestringinfile(const FunctionCall& c) {
     file_status(c, path);
     if (c.arg(2).empty()) return "0";
     int error = 0;
+    const auto lock = file_system(c).lock_for_update(path, error);  // other writers wait
+    if (!lock) throw failures::system(file_system(c).error_text(error));
     auto content = file_system(c).read_file(path, error);
     if (!content) throw failures::system(file_system(c).error_text(error));
     const std::size_t count = text::replace_all(*content, c.arg(2), c.arg(3));

@@ -142,7 +142,8 @@ class Engine {
     std::string statement_text(int line_number);
     void show_unclosed_delimiter(char delimiter, std::string_view text);
     void write_log_record(std::string_view message, Severity severity, std::string_view statement,
-                          std::string_view platform_text, std::string& window_note);
+                          std::string_view platform_text, std::string& window_note,
+                          std::string& log_problem);
     void hand_over_to_on_error();
     void run_line();
     void report_out_of_memory();

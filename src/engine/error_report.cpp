@@ -53,7 +53,8 @@ void Engine::report(std::string_view message, Severity severity, std::string_vie
     const std::string sub = call_stack_.empty() ? std::string() : call_stack_.back().name;
     const int line = current_line_;
     std::string window_note;
-    write_log_record(message, severity, statement, platform_text, window_note);
+    std::string log_problem;
+    write_log_record(message, severity, statement, platform_text, window_note, log_problem);
     // One hand-over per statement, none while on_error runs (its own failures would call it
     // again without end) and none for a fatal error, which ends the run.
     if (severity == Severity::Warning && !pending_error_ && error_handlers_running_ == 0)
@@ -79,6 +80,10 @@ void Engine::report(std::string_view message, Severity severity, std::string_vie
                 text += platform_text;
             }
         }
+        if (!log_problem.empty()) {
+            text += kLineBreak;
+            text += log_problem;
+        }
         text += kLineBreak;
         text += kLineBreak;
         text += "There was a problem with the line shown above.";
@@ -95,7 +100,7 @@ void Engine::report(std::string_view message, Severity severity, std::string_vie
 
 void Engine::write_log_record(std::string_view message, Severity severity,
                               std::string_view statement, std::string_view platform_text,
-                              std::string& window_note) {
+                              std::string& window_note, std::string& log_problem) {
     Environment& env = *platform_.environment;
     const std::string log_name = env.temp_dir() + "ql_err.txt";
     const std::optional<FileStatus> existing = platform_.files->status(log_name);
@@ -117,8 +122,12 @@ void Engine::write_log_record(std::string_view message, Severity severity,
     if (!message.empty()) record += join_lines({"From Quiller : " + std::string(message)});
     if (!platform_text.empty())
         record += join_lines({"From Windows : " + std::string(platform_text)});
-    // A log that can't be written must not stop the report itself.
-    platform_.files->append_file(log_name, record);
+    // A log that can't be written must not stop the report itself; the window says why.
+    int error = 0;
+    if (!platform_.files->append_private(log_name, record, error))
+        log_problem = "The error log " + log_name + " was not written (" +
+                      platform_.files->error_text(error) +
+                      "); it must be a regular file of your own.";
 }
 
 // Called by the loop once the failing statement has finished, its jump included: on_error's

@@ -41,9 +41,9 @@ std::string Engine::caption(std::string_view suffix) const {
 int Engine::run(std::string_view command_line) {
     try {
         return run_script(command_line);
-    } catch (const HostOutputFailed&) {  // the host has said why where it could
+    } catch (const EndProgram& ended) {  // while a run ends (output that can't be written)
         files_.close_all();
-        return 1;
+        return ended.exit_status;
     } catch (const std::bad_alloc&) {  // out of memory outside a statement (loading, the end)
         files_.close_all();
         return 1;

@@ -414,6 +414,14 @@ std::string read_ini(FileSystem& files, const std::string& path, std::string_vie
 bool write_ini(FileSystem& files, const std::string& path, const ProfileEdit& edit,
                std::string_view new_file_break, WriteFailure& failure) {
     forget(path);
+    // Read, edit and replace under the writers' lock, so concurrent writers keep each other's
+    // changes.
+    int lock_error = 0;
+    const std::unique_ptr<FileLock> lock = files.lock_for_update(path, lock_error);
+    if (!lock) {
+        failure = {false, lock_error};
+        return false;
+    }
     std::string old;
     const bool exists = files.status(path).has_value();
     if (exists) {

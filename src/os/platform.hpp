@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "os/atomic_replace.hpp"
+#include "os/file_lock.hpp"
 #include "os/file_operations.hpp"
 #include "os/network.hpp"
 #include "os/processes.hpp"
@@ -61,6 +62,14 @@ class FileSystem {
     virtual std::optional<std::string> read_file(const std::string& path, int& error) = 0;
     // Appends bytes to a file, creating it; false on failure.
     virtual bool append_file(const std::string& path, std::string_view bytes) = 0;
+    // Appends bytes to a file of the user's own (the error log): created readable by the user
+    // alone, never opened through a link or blocking on a FIFO; anything but a regular file the
+    // user owns is refused. False on failure (code in `error`).
+    virtual bool append_private(const std::string& path, std::string_view bytes, int& error) = 0;
+    // Takes the writers' lock of a shared file that is about to be read, changed and replaced
+    // (os/file_lock.hpp), then removes the temporary files that writers who died left beside
+    // it. Nothing on failure (code in `error`).
+    virtual std::unique_ptr<FileLock> lock_for_update(const std::string& path, int& error) = 0;
     // The platform's message for a system error code, as "text (code)".
     virtual std::string error_text(int code) = 0;
 

@@ -14,7 +14,8 @@ namespace quiller {
 enum class Severity { Fatal = 0, Warning = 1, ChooseFile = 2 };
 
 // Thrown by a host when the user ends the whole program at once (the output window's close box,
-// the debugger's Terminate, the Cancel button of `frmPopup`): the engine closes its files and
+// the debugger's Terminate, the Cancel button of `frmPopup`), or when its own output can't be
+// written any more (a full disk, a closed pipe: exit status 1): the engine closes its files and
 // returns `exit_status` without the end-of-run window. A host throws it from its own code (a
 // wait or `process_events`), never from inside a toolkit's event handler.
 struct EndProgram {
@@ -46,12 +47,6 @@ struct DebugView {
     std::string script_file;  // the script's path, for the editor
 };
 enum class DebugAction { Step, Continue, Terminate };
-
-// Thrown by a host whose own output channel failed (a full disk, a closed pipe): the run ends
-// at once with exit status 1. The host has already said why where it still could.
-struct HostOutputFailed {
-    std::string message;
-};
 
 class Host {
   public:

@@ -108,6 +108,24 @@ TEST_F(IniRealFiles, WriteIntoAMissingDirectoryFailsWhileReplacing) {
     EXPECT_NE(failure.error, 0);
 }
 
+// The writers' lock excludes a second holder, in this process as in any other, until it is
+// released; the next writer removes what a dead writer left beside the file.
+TEST_F(IniRealFiles, WritersLockExcludesAndStaleTemporariesGo) {
+    int error = 0;
+    auto first = lock_file(path("l.ini"), 0, error);
+    ASSERT_TRUE(first);
+    EXPECT_FALSE(lock_file(path("l.ini"), 20, error));
+    first.reset();
+    EXPECT_TRUE(lock_file(path("l.ini"), 0, error));
+
+    write(".l.ini.quiller-tmp-99999-0", "half");
+    ini::WriteFailure failure;
+    ASSERT_TRUE(ini::write_ini(*platform.files, path("l.ini"), {EditKind::SetValue, "s", "k", "v"},
+                               "\n", failure));
+    EXPECT_FALSE(std::filesystem::exists(path(".l.ini.quiller-tmp-99999-0")));
+    EXPECT_EQ(ini::read_ini(*platform.files, path("l.ini"), "s", "k", "d"), "v");
+}
+
 // A change of equal size within the same second as the last read is seen.
 TEST_F(IniRealFiles, FreshFileChangedWithinTheSameSecondIsReread) {
     FileSystem& files = *platform.files;

@@ -65,6 +65,35 @@ class PosixFiles : public ::testing::Test {
 
 using Lines = std::vector<std::string>;
 
+// The error log: created 0600; a link or a FIFO at its name is refused at once, never written
+// through and never waited on.
+TEST_F(PosixFiles, PrivateAppendRefusesLinksAndFifos) {
+    int error = 0;
+    ASSERT_TRUE(files.append_private(path("log.txt"), "one\n", error));
+    EXPECT_EQ(fs::status(path("log.txt")).permissions() & fs::perms::all,
+              fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink(path("log.txt"), path("link.txt"));
+    EXPECT_FALSE(files.append_private(path("link.txt"), "two\n", error));
+    EXPECT_EQ(error, ELOOP);
+    ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
+    EXPECT_FALSE(files.append_private(path("fifo"), "three\n", error));
+    EXPECT_EQ(content("log.txt"), "one\n");
+}
+
+// Without TMPDIR the temporary folder is the user's own, 0700, and not a link.
+TEST_F(PosixFiles, TemporaryFolderIsTheUsersOwn) {
+    const char* old = std::getenv("TMPDIR");
+    const std::string saved = old ? old : "";
+    ::unsetenv("TMPDIR");
+    const std::string temp = posix::PosixEnvironment().temp_dir();
+    if (old) ::setenv("TMPDIR", saved.c_str(), 1);
+    EXPECT_EQ(temp, "/tmp/quiller-" + std::to_string(::geteuid()) + "/");
+    struct stat st {};
+    ASSERT_EQ(::lstat(temp.c_str(), &st), 0);
+    EXPECT_TRUE(S_ISDIR(st.st_mode));
+    EXPECT_EQ(st.st_mode & 0777, 0700u);
+}
+
 TEST_F(PosixFiles, LineEndsSplitAcrossReads) {
     const std::size_t buffer = 128 * 1024;
     const std::string a(buffer - 1, 'a');

@@ -99,6 +99,12 @@ class MemoryFiles final : public FileSystem {
         files[path] += bytes;
         return true;
     }
+    bool append_private(const std::string& path, std::string_view bytes, int&) override {
+        return append_file(path, bytes);
+    }
+    std::unique_ptr<FileLock> lock_for_update(const std::string&, int&) override {
+        return std::make_unique<FileLock>();
+    }
     std::string error_text(int code) override {
         return "No such file or directory (" + std::to_string(code) + ")";
     }

@@ -26,5 +26,6 @@ set(QUILLER_POSIX_ONLY_SCRIPT_TESTS
   process_shutdown
   # The POSIX warnings of drive and printer connections; Windows answers for real.
   network_posix_unavailable
-  # Standard output sent to /dev/full.
-  errors_stdout_full)
+  # Standard output sent to /dev/full; the error log's name as a symbolic link.
+  errors_stdout_full
+  errors_log_link)

@@ -42,7 +42,7 @@ void ConsoleHost::flush(std::FILE* f) {
         std::fprintf(err_, "%s\n", message.c_str());
         std::fflush(err_);
     }
-    throw HostOutputFailed{message};
+    throw EndProgram{1};
 }
 
 void ConsoleHost::write_err(std::string_view title, std::string_view text) {

@@ -1,5 +1,6 @@
 // Environment, temporary directory and clock on POSIX.
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -49,11 +50,37 @@ std::string PosixEnvironment::get(const std::string& name) {
     return v;
 }
 
-std::string PosixEnvironment::temp_dir() {
-    std::string dir = env_or_empty("TMPDIR");
-    if (dir.empty()) dir = "/tmp";
-    if (dir.back() != '/') dir += '/';
+namespace {
+
+// A folder only this user can change: a real folder (not a link) of the user's own that no one
+// else may write to.
+bool is_private_folder(const std::string& dir) {
+    struct stat st {};
+    return ::lstat(dir.c_str(), &st) == 0 && S_ISDIR(st.st_mode) && st.st_uid == ::geteuid() &&
+           (st.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+// Without TMPDIR the temporary folder is the user's own /tmp/quiller-UID (created 0700), so users
+// never share the error log; when another user holds that name, XDG_RUNTIME_DIR. Failing both,
+// the name is kept and what is written there refuses anything not the user's own.
+std::string private_temp_dir() {
+    const std::string dir = "/tmp/quiller-" + std::to_string(::geteuid());
+    ::mkdir(dir.c_str(), 0700);  // an existing one is checked like a new one
+    if (is_private_folder(dir)) return dir;
+    const std::string runtime = env_or_empty("XDG_RUNTIME_DIR");
+    if (!runtime.empty() && is_private_folder(runtime)) return runtime;
     return dir;
+}
+
+}  // namespace
+
+std::string PosixEnvironment::temp_dir() {
+    if (temp_dir_.empty()) {
+        temp_dir_ = env_or_empty("TMPDIR");
+        if (temp_dir_.empty()) temp_dir_ = private_temp_dir();
+        if (temp_dir_.back() != '/') temp_dir_ += '/';
+    }
+    return temp_dir_;
 }
 
 double PosixClock::now() {

@@ -120,6 +120,39 @@ bool PosixFileSystem::append_file(const std::string& path, std::string_view byte
     return ::close(fd) == 0 && ok;
 }
 
+bool PosixFileSystem::append_private(const std::string& path, std::string_view bytes, int& error) {
+    const std::string p = native_path(path);
+    const int fd = ::open(p.c_str(),
+                          O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
+    if (fd < 0) {
+        error = errno;
+        return false;
+    }
+    struct stat st {};
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) || st.st_uid != ::geteuid()) {
+        error = S_ISDIR(st.st_mode) ? EISDIR : EPERM;
+        ::close(fd);
+        return false;
+    }
+    ::fcntl(fd, F_SETFL, O_WRONLY | O_APPEND);  // a regular file: blocking writes again
+    bool ok = true;
+    while (!bytes.empty()) {
+        const ssize_t n = ::write(fd, bytes.data(), bytes.size());
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) {
+            error = n < 0 ? errno : EIO;
+            ok = false;
+            break;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(n));
+    }
+    if (::close(fd) != 0 && ok) {
+        error = errno;
+        ok = false;
+    }
+    return ok;
+}
+
 std::string PosixFileSystem::error_text(int code) {
     return std::string(std::strerror(code)) + " (" + std::to_string(code) + ")";
 }

@@ -15,6 +15,8 @@ class PosixFileSystem final : public FileSystem {
     bool any_ordinary_file(const std::string& pattern) override;
     std::optional<std::string> read_file(const std::string& path, int& error) override;
     bool append_file(const std::string& path, std::string_view bytes) override;
+    bool append_private(const std::string& path, std::string_view bytes, int& error) override;
+    std::unique_ptr<FileLock> lock_for_update(const std::string& path, int& error) override;
     std::string error_text(int code) override;
     std::unique_ptr<OpenFile> open(const std::string& path, OpenMode mode, int& error) override;
     bool replace_file(const std::string& path, std::string_view bytes, int& error) override;
@@ -35,6 +37,9 @@ class PosixEnvironment final : public Environment {
     std::string temp_dir() override;
     std::string os_family() override { return {}; }
     MemoryStatus memory() override;
+
+  private:
+    std::string temp_dir_;
 };
 
 class PosixClock final : public Clock {

@@ -89,6 +89,22 @@ bool Win32FileSystem::append_file(const std::string& path, std::string_view byte
     return file.close() && ok;
 }
 
+// The temporary folder is the user's own on Windows; the log is appended to as any file.
+bool Win32FileSystem::append_private(const std::string& path, std::string_view bytes, int& error) {
+    FileHandle file(CreateFileW(native_path(path).c_str(), FILE_APPEND_DATA,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.valid() || GetFileType(file.get()) != FILE_TYPE_DISK) {
+        error = file.valid() ? ERROR_INVALID_FUNCTION : static_cast<int>(GetLastError());
+        return false;
+    }
+    if (!write_all(file.get(), bytes.data(), bytes.size()) || !file.close()) {
+        error = static_cast<int>(GetLastError());
+        return false;
+    }
+    return true;
+}
+
 std::string Win32FileSystem::error_text(int code) {
     return system_message(static_cast<DWORD>(code)) + " (" + std::to_string(code) + ")";
 }

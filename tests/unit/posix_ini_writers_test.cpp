@@ -1,0 +1,51 @@
+// Concurrent writeini: writer processes of distinct keys to one file lose nothing.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <random>
+
+#include "os/ini_profile.hpp"
+#include "os/platform.hpp"
+
+namespace quiller {
+namespace {
+
+TEST(IniWriters, ConcurrentProcessesKeepEveryKey) {
+    const auto dir = std::filesystem::temp_directory_path() /
+                     ("quiller-writers-" + std::to_string(std::random_device{}()));
+    std::filesystem::create_directories(dir);
+    const std::string file = (dir / "shared.ini").string();
+    constexpr int kWriters = 4, kKeys = 150;
+    std::vector<pid_t> children;
+    for (int w = 0; w < kWriters; ++w) {
+        const pid_t pid = ::fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            Platform platform = make_platform();
+            bool ok = true;
+            for (int k = 0; k < kKeys; ++k) {
+                const std::string key = "w" + std::to_string(w) + "k" + std::to_string(k);
+                ini::WriteFailure failure;
+                ok &= ini::write_ini(*platform.files, file, {ini::EditKind::SetValue, "s", key, "v"},
+                                     "\n", failure);
+            }
+            ::_exit(ok ? 0 : 1);
+        }
+        children.push_back(pid);
+    }
+    for (const pid_t pid : children) {
+        int status = 0;
+        ::waitpid(pid, &status, 0);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    }
+    Platform platform = make_platform();
+    int error = 0;
+    const std::string bytes = platform.files->read_file(file, error).value_or("");
+    EXPECT_EQ(ini::section_entries(bytes, "s").size(), std::size_t{kWriters * kKeys});
+    std::filesystem::remove_all(dir);
+}
+
+}  // namespace
+}  // namespace quiller
