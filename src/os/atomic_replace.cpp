@@ -5,6 +5,8 @@
 #include <memory>
 #include <utility>
 
+#include "os/file_lock.hpp"
+
 namespace quiller {
 namespace {
 
@@ -44,7 +46,7 @@ Status ReplacementFile::commit() {
 std::string temp_name_beside(const std::string& target, int pid, unsigned n) {
     const std::size_t slash = target.find_last_of("/\\");
     const std::size_t start = slash == std::string::npos ? 0 : slash + 1;
-    return target.substr(0, start) + "." + target.substr(start) + ".quiller-tmp-" +
+    return target.substr(0, start) + "." + target.substr(start) + kTempMarker +
            std::to_string(pid) + "-" + std::to_string(n);
 }
 

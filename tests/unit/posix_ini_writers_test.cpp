@@ -28,8 +28,8 @@ TEST(IniWriters, ConcurrentProcessesKeepEveryKey) {
             for (int k = 0; k < kKeys; ++k) {
                 const std::string key = "w" + std::to_string(w) + "k" + std::to_string(k);
                 ini::WriteFailure failure;
-                ok &= ini::write_ini(*platform.files, file, {ini::EditKind::SetValue, "s", key, "v"},
-                                     "\n", failure);
+                ok &= ini::write_ini(*platform.files, file,
+                                     {ini::EditKind::SetValue, "s", key, "v"}, "\n", failure);
             }
             ::_exit(ok ? 0 : 1);
         }

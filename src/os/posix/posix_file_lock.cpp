@@ -45,7 +45,7 @@ void remove_stale_temporaries(const std::string& target) {
 }  // namespace
 
 std::unique_ptr<FileLock> posix::PosixFileSystem::lock_for_update(const std::string& path,
-                                                                   int& error) {
+                                                                  int& error) {
     std::unique_ptr<FileLock> lock = lock_file(path, kLockWaitMs, error);
     if (lock) remove_stale_temporaries(native_path(path));
     return lock;
@@ -53,8 +53,8 @@ std::unique_ptr<FileLock> posix::PosixFileSystem::lock_for_update(const std::str
 
 std::unique_ptr<FileLock> lock_file(const std::string& path, int timeout_ms, int& error) {
     const std::string name = lock_file_name(posix::native_path(path));
-    const int fd = ::open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK,
-                          0666);
+    const int fd =
+        ::open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
     if (fd < 0) {
         error = errno;
         return nullptr;

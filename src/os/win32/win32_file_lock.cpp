@@ -27,7 +27,8 @@ class Win32FileLock final : public FileLock {
 // writer's leftover.
 void remove_stale_temporaries(const std::string& target) {
     const std::size_t slash = target.find_last_of("\\/");
-    const std::string dir = slash == std::string::npos ? std::string() : target.substr(0, slash + 1);
+    const std::string dir =
+        slash == std::string::npos ? std::string() : target.substr(0, slash + 1);
     const std::string pattern =
         dir + "." + target.substr(slash == std::string::npos ? 0 : slash + 1) + kTempMarker + "*";
     WIN32_FIND_DATAW found;
@@ -41,7 +42,7 @@ void remove_stale_temporaries(const std::string& target) {
 }  // namespace
 
 std::unique_ptr<FileLock> win32::Win32FileSystem::lock_for_update(const std::string& path,
-                                                                   int& error) {
+                                                                  int& error) {
     std::unique_ptr<FileLock> lock = lock_file(path, kLockWaitMs, error);
     if (lock) remove_stale_temporaries(path);
     return lock;
