@@ -1,0 +1,132 @@
+// An engine for fuzzing: a host that answers everything at once and stops a run after a fixed
+// number of lines (through the debugger hook, so endless loops end), over in-memory files and
+// registry and services that do nothing (no program starts, no network, no file operations).
+#pragma once
+
+#include <memory>
+
+#include "bindings/language.hpp"
+#include "engine/engine.hpp"
+#include "scripted_host.hpp"
+
+namespace quiller::fuzz {
+
+class FuzzHost final : public Host {
+  public:
+    int steps_left = 2000;
+
+    void output_printed(const OutputModel&, std::string_view) override {}
+    void output_pause(const OutputModel&, std::string_view) override {}
+    void output_finished(const OutputModel&) override {}
+    std::string ask(const Question& q) override { return q.default_answer; }
+    ErrorChoice show_error(Severity, std::string_view, std::string_view) override {
+        return ErrorChoice::Continue;
+    }
+    std::string choose_script(std::string_view, std::string_view, std::string_view) override {
+        return {};
+    }
+    MessageBoxResult message_box(std::string_view, std::string_view, MessageBoxButtons) override {
+        return MessageBoxResult::Ok;
+    }
+    DebugAction debug_stop(const DebugView&) override {
+        return --steps_left > 0 ? DebugAction::Step : DebugAction::Terminate;
+    }
+};
+
+class NoProcesses final : public Processes {
+  public:
+    std::optional<std::uint32_t> shell_command(const std::string&, bool, WindowState) override {
+        return std::nullopt;
+    }
+    void wait_for_process(std::uint32_t) override {}
+    int open_document(const std::string&, const std::string&) override {
+        return kOpenNoAssociation;
+    }
+    bool is_windows_nt() override { return true; }
+    void exit_system(int) override {}
+};
+
+class NoNetwork final : public Network {
+  public:
+    std::optional<std::vector<std::string>> user_groups() override {
+        return std::vector<std::string>{"Users"};
+    }
+    std::string user_name() override { return "ada"; }
+    std::string user_domain() override { return "CORVALE"; }
+    std::string computer_name() override { return "WS01"; }
+    std::string computer_domain() override { return "CORVALE"; }
+    std::string host_name() override { return "ws01"; }
+    std::string ip_address() override { return "10.0.0.1"; }
+    std::optional<std::string> domain_controller(const std::string&) override {
+        return std::nullopt;
+    }
+    std::optional<std::string> connected_to(const std::string&) override { return std::nullopt; }
+    std::optional<std::string> connected_how(const std::string&) override { return std::nullopt; }
+    std::optional<std::string> connect(const NetConnection&) override { return std::nullopt; }
+    std::optional<std::string> disconnect(const std::string&, bool, bool) override {
+        return std::nullopt;
+    }
+    std::optional<std::string> add_printer(const std::string&) override { return std::nullopt; }
+    std::optional<std::string> send_keys(std::span<const KeyStroke>) override {
+        return std::nullopt;
+    }
+};
+
+class NoFileOperations final : public FileOperations {
+  public:
+    std::optional<FileEntry> entry(const std::string&, int& error) override { return none(error); }
+    std::optional<std::vector<FileEntry>> list(const std::string&, int& error) override {
+        error = 2;
+        return std::nullopt;
+    }
+    bool not_found(int error) override { return error == 2; }
+    bool same_file(const std::string& a, const std::string& b) override { return a == b; }
+    std::string resolve(const std::string& path) override { return path; }
+    std::vector<std::string> home_directories() override { return {}; }
+    bool copy_file(const std::string&, const std::string&, int& error) override {
+        return fail(error);
+    }
+    bool remove_file(const std::string&, int& error) override { return fail(error); }
+    bool make_directory(const std::string&, int& error) override { return fail(error); }
+    bool remove_directory(const std::string&, int& error) override { return fail(error); }
+    bool remove_tree(const std::string&, std::string&, int& error) override { return fail(error); }
+    bool rename(const std::string&, const std::string&, int& error) override { return fail(error); }
+    AttributeResult set_attributes(const std::string&, std::uint32_t, std::uint32_t,
+                                   int& error) override {
+        error = 2;
+        return AttributeResult::Failed;
+    }
+
+  private:
+    static std::optional<FileEntry> none(int& error) {
+        error = 2;
+        return std::nullopt;
+    }
+    static bool fail(int& error) {
+        error = 2;
+        return false;
+    }
+};
+
+// The platform of one fuzzed run; `files` holds the in-memory files.
+struct FuzzPlatform {
+    Platform platform;
+    testing::MemoryFiles* files;
+
+    FuzzPlatform() {
+        auto f = std::make_unique<testing::MemoryFiles>();
+        files = f.get();
+        platform.files = std::move(f);
+        platform.environment = std::make_unique<testing::FixedEnvironment>();
+        platform.clock = std::make_unique<testing::FixedClock>();
+        platform.registry = make_memory_registry_store();
+        platform.processes = std::make_unique<NoProcesses>();
+        platform.network = std::make_unique<NoNetwork>();
+        platform.file_operations = std::make_unique<NoFileOperations>();
+    }
+};
+
+// Texts are kept short so a doubling loop stays within the fuzzer's memory.
+inline constexpr std::size_t kFuzzTextLimit = 1 << 20;
+
+}  // namespace quiller::fuzz
