@@ -13,7 +13,7 @@ namespace quiller::fuzz {
 
 class FuzzHost final : public Host {
   public:
-    int steps_left = 2000;
+    int steps_left = 1000;
 
     void output_printed(const OutputModel&, std::string_view) override {}
     void output_pause(const OutputModel&, std::string_view) override {}
@@ -126,7 +126,7 @@ struct FuzzPlatform {
     }
 };
 
-// Texts are kept short so a doubling loop stays within the fuzzer's memory.
-inline constexpr std::size_t kFuzzTextLimit = 1 << 20;
+// Texts are kept short: a doubling loop stays small, and each debugger stop copies every value.
+inline constexpr std::size_t kFuzzTextLimit = 4096;
 
 }  // namespace quiller::fuzz

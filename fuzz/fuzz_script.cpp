@@ -1,5 +1,6 @@
 // Whole scripts over the fuzzing host: any input is loaded and run for at most a fixed number
-// of lines. `debug` lines are left out, since `debug off` would lift that bound.
+// of lines. `debug` lines are left out, since `debug off` would lift that bound, and `pause`
+// lines, whose timed wait may be as long as a script asks.
 #include "fuzz_engine.hpp"
 #include "value/text.hpp"
 
@@ -13,7 +14,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::size_t end = input.find_first_of("\r\n", start);
         if (end == std::string_view::npos) end = input.size();
         const std::string_view line = input.substr(start, end - start);
-        if (text::ascii_lower(text::trim(line)).rfind("debug", 0) != 0) {
+        const std::string word = text::ascii_lower(text::trim(line));
+        if (word.rfind("debug", 0) != 0 && word.rfind("pause", 0) != 0) {
             script += line;
             script += '\n';
         }
