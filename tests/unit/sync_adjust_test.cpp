@@ -134,7 +134,7 @@ TEST(SyncAdjust, ConflictNamesAreNumberedWhenTaken) {
 
 TEST(SyncAdjust, ExcludedNamesAndHeldRemovals) {
     PathFilters filters;
-    filters.add("/skip", false);
+    filters.add(native("/skip"), false);
     EXPECT_EQ(adjust({{"skip", 1}, {"d/"}, {"d/skip", 1}}, {{"skip", 2}, {"new/"}, {"new/skip", 1}},
                      {{"skip", 1}, {"d/"}, {"d/skip", 1}}, filters),
               "md new");
