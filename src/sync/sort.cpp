@@ -22,7 +22,8 @@ struct Item {
 
 class KeySort {
   public:
-    KeySort(const Listing& listing, const std::function<void()>& tick) : tick_(tick) {
+    KeySort(const Listing& listing, const std::function<void()>& tick)
+        : listing_(listing), tick_(tick) {
         const std::size_t n = listing.size();
         starts_.resize(n + 1);
         for (std::uint32_t i = 0; i < n; ++i) {
@@ -71,11 +72,16 @@ class KeySort {
             if (end - run > 1 && goes_on) {
                 for (Item* i = run; i != end; ++i) i->digit = digit(i->record, depth + 8);
                 sort_range(run, end, depth + 8);
+            } else if (end - run > 1) {  // names equal but for case: by their own bytes
+                std::sort(run, end, [&](const Item& a, const Item& b) {
+                    return listing_.name(a.record) < listing_.name(b.record);
+                });
             }
             run = end;
         }
     }
 
+    const Listing& listing_;
     std::string keys_;
     std::vector<std::uint64_t> starts_;
     const std::function<void()>& tick_;

@@ -8,9 +8,9 @@
 
 namespace quiller::sync {
 
-// Sorts all records of `listing` into `listing.order`. Names equal but for case keep no
-// particular order among themselves. `tick`, when given, is called now and then, so a window can
-// stay alive.
+// Sorts all records of `listing` into `listing.order`. Names equal but for case are ordered by
+// their bytes, so the order doesn't depend on the order of the records. `tick`, when given, is
+// called now and then, so a window can stay alive.
 void sort_listing(Listing& listing, const std::function<void()>& tick = {});
 
 }  // namespace quiller::sync
