@@ -146,6 +146,13 @@ std::string system_profile_string(const std::string& path, const std::string& se
 bool system_write_profile(const std::string& path, const std::string& section,
                           const std::string& key, const std::optional<std::string>& value);
 
+// --- Names (differential_names.cpp) ---------------------------------------------------------
+
+class Report;
+// Pairs "A|B" of "name-picked" and generated "name-pair": the order of directory
+// synchronisation against CompareStringEx with NORM_IGNORECASE.
+void compare_names(const Grammar& g, Report& report);
+
 // --- Known differences and the report (differential_report.cpp)
 // --------------------------------------------
 

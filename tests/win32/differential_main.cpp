@@ -133,6 +133,7 @@ int run(const std::string& known_file, const std::string& grammar_file,
                     system_number_text, report);
     compare_writing("date-text", in.dates, value::format_general_date, system_date_text, report);
     compare_formats(make_format_cases(grammar, reference_dir), report);
+    compare_names(grammar, report);
     if (!compare_ini(make_ini_cases(grammar), std::filesystem::temp_directory_path().string(),
                      report))
         return 2;
