@@ -5,25 +5,15 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+#include "hosts/qt/status_line.hpp"
+
 namespace quiller::qt {
-namespace {
-
-QLabel* line(const char* name) {
-    auto* l = new QLabel;
-    l->setObjectName(name);
-    l->setTextFormat(Qt::PlainText);
-    l->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    l->setMinimumWidth(1);
-    return l;
-}
-
-}  // namespace
 
 CopyForm::CopyForm(SettingsStore& store) : placement_(store, placement_key("CopyForm")) {
     setObjectName("CopyForm");
-    title_label = line("TitleLabel");
-    path_label = line("PathLabel");
-    file_label = line("FileLabel");
+    title_label = status_line("TitleLabel");
+    path_label = status_line("PathLabel");
+    file_label = status_line("FileLabel");
     output_text = new QPlainTextEdit;
     output_text->setObjectName("OutputText");
     output_text->setReadOnly(true);

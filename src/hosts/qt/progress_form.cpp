@@ -7,19 +7,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "hosts/qt/status_line.hpp"
+
 namespace quiller::qt {
-namespace {
-
-QLabel* line(const char* name) {
-    auto* l = new QLabel;
-    l->setObjectName(name);
-    l->setTextFormat(Qt::PlainText);
-    l->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    l->setMinimumWidth(1);  // long paths must not widen the window
-    return l;
-}
-
-}  // namespace
 
 CopyBar::CopyBar() {
     setObjectName("CopyBar");
@@ -57,15 +47,15 @@ void CopyBar::paintEvent(QPaintEvent*) {
 
 ProgressForm::ProgressForm(ProgressWindow kind) {
     setObjectName(kind == ProgressWindow::Popup ? "frmPopup" : "frmProgress");
-    lbl_title = line("lblTitle");
+    lbl_title = status_line("lblTitle");
     QFont bold = lbl_title->font();
     bold.setBold(true);
     lbl_title->setFont(bold);
-    txt_info = line("txtInfo");
-    txt_progress = line("txtProgress");
+    txt_info = status_line("txtInfo");
+    txt_progress = status_line("txtProgress");
     copy_bar = new CopyBar;
     copy_bar->setVisible(false);
-    lbl_time = line("lblTime");
+    lbl_time = status_line("lblTime");
     cmd_cancel = new QPushButton(tr("&Cancel"));
     cmd_cancel->setObjectName("cmdCancel");
     auto* bottom = new QHBoxLayout;

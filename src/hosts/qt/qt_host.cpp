@@ -165,20 +165,13 @@ void QtHost::output_place(int left, int top, int width, int height) {
 void QtHost::output_pause(const OutputModel& model, std::string_view) {
     DisplayForm& w = display(model);
     const bool was_visible = w.isVisible();
-    w.hide();
-    w.show_model(model);
-    w.setWindowModality(Qt::ApplicationModal);
-    w.show();
-    w.activateWindow();
-    w.ok_button->setFocus();
-    wait_until([&] { return !w.isVisible(); });
+    show_output_modally(model);
     w.setWindowModality(Qt::NonModal);
     if (was_visible) w.show();
 }
 
-void QtHost::output_finished(const OutputModel& model) {
+void QtHost::show_output_modally(const OutputModel& model) {
     DisplayForm& w = display(model);
-    finishing_ = true;  // the close box now only closes
     w.hide();
     w.show_model(model);
     w.setWindowModality(Qt::ApplicationModal);
@@ -186,6 +179,11 @@ void QtHost::output_finished(const OutputModel& model) {
     w.activateWindow();
     w.ok_button->setFocus();
     wait_until([&] { return !w.isVisible(); });
+}
+
+void QtHost::output_finished(const OutputModel& model) {
+    finishing_ = true;  // the close box now only closes
+    show_output_modally(model);
     finishing_ = false;
     end_requested_.reset();  // the run is over either way
     close_all();

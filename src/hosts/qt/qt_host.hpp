@@ -68,6 +68,8 @@ class QtHost final : public Host {
 
   private:
     DisplayForm& display(const OutputModel& model);
+    // Shows the output window afresh, modally, until OK (or the close box) hides it.
+    void show_output_modally(const OutputModel& model);
     ProgressForm& progress(ProgressWindow kind);
     void close_progress(ProgressWindow kind);
     // Runs events until `done` or the user ended the program; then ends it if so.

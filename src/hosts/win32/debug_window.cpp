@@ -14,9 +14,7 @@ namespace quiller::win32 {
 namespace {
 
 constexpr std::string_view kName = "DebugForm";
-constexpr int kMargin = 120;
-constexpr int kButtonWidth = 1095;
-constexpr int kButtonHeight = 375;
+constexpr int kDebugButtonWidth = 1095;  // four buttons side by side under the listing
 constexpr int kSplitterWidth = 75;
 constexpr UINT kSplitterMoved = WM_APP + 1;  // wParam: the bar's x in the parent's client area
 constexpr wchar_t kSplitterClass[] = L"QuillerSplitter";
@@ -131,13 +129,13 @@ void DebugWindow::layout(int width, int height) {
     // Step, Continue, Terminate on the left; Edit, Reference, About on the right.
     int left = kMargin;
     for (int id : {button_id(0), button_id(2), button_id(1)}) {
-        place_twips(item(id), {left, buttons_top, kButtonWidth, kButtonHeight}, dpi());
-        left += kButtonWidth + 90;
+        place_twips(item(id), {left, buttons_top, kDebugButtonWidth, kButtonHeight}, dpi());
+        left += kDebugButtonWidth + 90;
     }
     int right = width - kMargin;
     for (int id : {ids::kDebugAboutButton, ids::kReferenceButton, ids::kEditButton}) {
-        right -= kButtonWidth;
-        place_twips(item(id), {right, buttons_top, kButtonWidth, kButtonHeight}, dpi());
+        right -= kDebugButtonWidth;
+        place_twips(item(id), {right, buttons_top, kDebugButtonWidth, kButtonHeight}, dpi());
         right -= 90;
     }
 }

@@ -12,6 +12,12 @@
 
 namespace quiller::win32 {
 
+// The design grid the windows share, in twips: the margin around and between controls and the
+// size of a command button.
+constexpr int kMargin = 120;
+constexpr int kButtonWidth = 1215;
+constexpr int kButtonHeight = 375;
+
 class Dialog {
   public:
     Dialog() = default;

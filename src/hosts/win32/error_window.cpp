@@ -12,9 +12,6 @@
 namespace quiller::win32 {
 namespace {
 
-constexpr int kMargin = 120;
-constexpr int kButtonWidth = 1215;
-constexpr int kButtonHeight = 375;
 constexpr int kFieldHeight = 315;
 
 class ErrorWindow final : public Dialog {

@@ -10,9 +10,6 @@ namespace quiller::win32 {
 namespace {
 
 constexpr std::string_view kName = "DisplayForm";
-constexpr int kMargin = 120;
-constexpr int kButtonWidth = 1215;
-constexpr int kButtonHeight = 375;
 constexpr std::size_t kTailSize = 256;
 
 // Line breaks as the edit control wants them: a lone "\n" becomes "\r\n".

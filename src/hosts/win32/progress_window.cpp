@@ -7,9 +7,6 @@
 namespace quiller::win32 {
 namespace {
 
-constexpr int kMargin = 120;
-constexpr int kButtonWidth = 1215;
-constexpr int kButtonHeight = 375;
 constexpr int kBarHeight = 330;
 
 std::string_view window_name(ProgressWindow kind) {
