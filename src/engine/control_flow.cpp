@@ -82,29 +82,34 @@ std::optional<int> Engine::search(BlockKind kind, std::string_view name, int sta
 }
 
 std::optional<int> Engine::findline(BlockKind kind, std::string_view name, int start, bool quiet) {
-    std::string lowered = text::to_lower(name);
-    if (kind == BlockKind::Goto && !lowered.empty() && lowered.front() == ':') lowered.erase(0, 1);
     const bool named = kind == BlockKind::Goto || kind == BlockKind::Sub;
-    if (findline_generation_ != program_.generation()) {
-        findline_cache_.clear();
-        findline_generation_ = program_.generation();
-    }
-    std::optional<int> found;
-    if (!named) {
-        const std::uint64_t key =
-            (static_cast<std::uint64_t>(kind) << 32) | static_cast<std::uint32_t>(start);
-        if (auto it = findline_cache_.find(key); it != findline_cache_.end()) return it->second;
-        found = search(kind, lowered, start, 1);
-        if (found) findline_cache_.emplace(key, *found);
-    } else {
-        found = search(kind, lowered, start, 1);
-    }
+    std::string lowered = named ? text::to_lower(name) : std::string();
+    if (kind == BlockKind::Goto && !lowered.empty() && lowered.front() == ':') lowered.erase(0, 1);
+    const std::optional<int> found =
+        named ? search(kind, lowered, start, 1) : find_partner(kind, start);
     if (!found && !quiet) {
         std::string message = missing_text(kind);
         if (kind == BlockKind::Goto) message = "(Findline) Couldn't find '" + lowered + "'";
         if (kind == BlockKind::Sub)
             message = " (Findline): Couldn't find 'sub " + std::string(name);
         report_error(message, Severity::Fatal);
+    }
+    return found;
+}
+
+// The partner of a block statement, searched once per start line and kind until the table grows.
+std::optional<int> Engine::find_partner(BlockKind kind, int start) {
+    if (findline_generation_ != program_.generation()) {
+        for (std::vector<int>& cache : findline_cache_) cache.clear();
+        findline_generation_ = program_.generation();
+    }
+    std::vector<int>& cache = findline_cache_[static_cast<std::size_t>(kind)];
+    const std::size_t at = static_cast<std::size_t>(start) + 1;  // start may be 0 or -1
+    if (start >= -1 && at < cache.size() && cache[at] != 0) return cache[at] - 1;
+    const std::optional<int> found = search(kind, {}, start, 1);
+    if (found && start >= -1 && start <= program_.count() + 1) {
+        if (cache.size() <= at) cache.resize(static_cast<std::size_t>(program_.count()) + 3, 0);
+        cache[at] = *found + 1;
     }
     return found;
 }

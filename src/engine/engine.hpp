@@ -2,6 +2,7 @@
 // and error reporting, over one host (windows) and one platform (operating-system services).
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -91,12 +92,19 @@ class Engine {
     const std::string& script_name() const { return script_name_; }
 
     // --- State of the statement being run -----------------------------------------------
-    Slots& slots() { return slots_; }
+    const Slots& slots() const { return *slots_in_use_; }
+    // What is known of `words` beyond their text, when they are this statement's slots as the
+    // line's plan filled them; null otherwise.
+    const SlotFacts* facts_for(const Slots& words) const {
+        return &words == slots_in_use_ ? facts_in_use_ : nullptr;
+    }
+    // The kept facts of `text` when it is one of this statement's slots; null otherwise.
+    const value::TextFacts* facts_of(const std::string& text) const;
     // The option words of the statement's row that its option text holds, blank-separated: a
     // statement sees only the words its row lists.
     const std::string& options() const { return options_; }
     bool has_option(std::string_view word) const;
-    const std::string& keyword() const { return keyword_; }
+    std::string_view keyword() const { return keyword_; }
     const std::string& arguments() const { return arguments_; }
     bool quiet() const { return quiet_; }
     // "(DoPrg) keyword is not available yet": a statement of a later release, or one whose
@@ -138,6 +146,8 @@ class Engine {
     void finish_run();
     void do_prg();
     void execute_line();
+    void run_planned(ProgramLine& line);
+    void dispatch();
     void prepare_arguments(ProgramLine& line, bool silent, std::string& out);
     std::string statement_text(int line_number);
     void show_unclosed_delimiter(char delimiter, std::string_view text);
@@ -151,10 +161,10 @@ class Engine {
     void report(std::string_view message, Severity severity, std::string_view platform_text,
                 RawStatement raw);
     void take_jump();
+    std::optional<int> find_partner(BlockKind kind, int start);
     std::optional<int> search(BlockKind kind, std::string_view name, int start, int first_line);
     void debugger_stop();
     const std::vector<std::string>& debug_listing_lines();
-    void prepare_line(ProgramLine& line);
     void read_options();
 
     Host& host_;
@@ -182,14 +192,19 @@ class Engine {
     std::vector<std::string> listing_;  // the debugger's listing of the program table
     std::uint32_t listing_generation_ = 0;
 
-    Slots slots_;
+    Slots slots_;  // filled by the splitter, or by a plan with long values
+    const Slots* slots_in_use_ = &slots_;
+    const SlotFacts* facts_in_use_ = nullptr;
     std::string option_text_;
     std::string options_;
-    std::string keyword_;
+    std::string keyword_storage_;        // the keyword of a line run the long way
+    std::string_view keyword_;           // in keyword_storage_ or in the line's plan
     const StatementRow* row_ = nullptr;  // of keyword_; null when it is unknown
     std::string arguments_;
     std::unordered_map<std::type_index, std::shared_ptr<void>> run_state_;
-    std::unordered_map<std::uint64_t, int> findline_cache_;
+    // Found partners of the unnamed block kinds (Repeat, EndWhile, While, EndIf), by start line
+    // + 1; 0 while unknown, else the line found + 1.
+    std::array<std::vector<int>, 4> findline_cache_;
     std::uint32_t findline_generation_ = 0;
 };
 

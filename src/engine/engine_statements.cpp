@@ -7,21 +7,33 @@
 
 namespace quiller::statements {
 
-// The target's table entry is remembered per line, so a loop's assignment is a plain store.
+// The target's table entry is remembered per line, so a loop's assignment is a plain store; a
+// whole-number result is stored with its number.
 void set(Engine& e) {
     ProgramLine& line = e.current_program_line();
-    std::string value = eval_string(e, e.slots(), e.arguments());
+    const Slots& words = e.slots();
+    std::optional<double> whole;
+    std::string value =
+        is_value_expression(words)
+            ? eval_value_expression(words, e.current_year(), e.facts_for(words), &whole)
+            : eval_string(e, words, e.arguments());
     VariableTable& vars = e.variables();
-    const std::string& target = e.slots()[1];
-    if (line.cached_target_index >= 0 && target == line.cached_target) {
-        vars.assign_at(line.cached_target_index, value);
+    const std::string& target = words[1];
+    int entry = line.cached_target_index;
+    if (entry < 0 || target != line.cached_target) {
+        entry = vars.set_prepared(vars.prepare_set_name(target), value);
+        if (entry < 0) throw failures::overflow();
+        if (target.find('[') == std::string::npos) {
+            line.cached_target = target;
+            line.cached_target_index = entry;
+        }
+        if (whole) vars.assign_whole_number_at(entry, value, *whole);
         return;
     }
-    const int entry = vars.set_prepared(vars.prepare_set_name(target), value);
-    if (entry < 0) throw failures::overflow();
-    if (target.find('[') == std::string::npos) {
-        line.cached_target = target;
-        line.cached_target_index = entry;
+    if (whole) {
+        vars.assign_whole_number_at(entry, value, *whole);
+    } else {
+        vars.assign_at(entry, value);
     }
 }
 

@@ -1,4 +1,5 @@
 // The interpreter loop: substitutes, splits and dispatches one program line after another.
+#include <functional>
 #include <new>
 #include <stdexcept>
 
@@ -36,14 +37,14 @@ void Engine::run_line() {
     try {
         execute_line();
     } catch (const ScriptFailure& failure) {
-        const std::string message = failure.message.empty()
-                                        ? "(DoPrg) Run-time error in '" + keyword_ + "'"
-                                        : failure.message;
+        const std::string message =
+            failure.message.empty() ? "(DoPrg) Run-time error in '" + std::string(keyword_) + "'"
+                                    : failure.message;
         report_error(message, Severity::Warning, failure.platform_text());
     } catch (const std::bad_alloc&) {
         report_out_of_memory();
     } catch (const std::length_error&) {
-        report_error("(DoPrg) Run-time error in '" + keyword_ + "'", Severity::Warning,
+        report_error("(DoPrg) Run-time error in '" + std::string(keyword_) + "'", Severity::Warning,
                      failures::out_of_string_space().platform_text());
     }
 }
@@ -56,7 +57,7 @@ void Engine::report_out_of_memory() {
     arguments_.shrink_to_fit();
     for (std::string& slot : slots_) std::string().swap(slot);
     try {
-        report("(DoPrg) Run-time error in '" + keyword_ + "'", Severity::Fatal,
+        report("(DoPrg) Run-time error in '" + std::string(keyword_) + "'", Severity::Fatal,
                failures::out_of_memory().platform_text(), RawStatement::Yes);
     } catch (const std::bad_alloc&) {
         end_run(1);
@@ -129,30 +130,77 @@ std::string Engine::statement_text(int line_number) {
 
 void Engine::execute_line() {
     ProgramLine& line = program_.line(current_line_);
+    if (line.plan && !debug_mode_) {
+        if (const Slots* filled = line.plan->fill(variables_, slots_, variables_.text_limit())) {
+            slots_in_use_ = filled;
+            facts_in_use_ = &line.plan->facts();
+            return run_planned(line);
+        }
+    }
+    slots_in_use_ = &slots_;
+    facts_in_use_ = nullptr;
     if (line.keyword_has_env) {
-        keyword_ = substitute(line.keyword, '%');
-        row_ = language_.statement(keyword_);
+        keyword_storage_ = substitute(line.keyword, '%');
+        row_ = language_.statement(keyword_storage_);
     } else {
-        keyword_ = line.keyword;
+        keyword_storage_ = line.keyword;
         row_ = line.statement;
     }
+    keyword_ = keyword_storage_;
     prepare_arguments(line, false, arguments_);
 
     if (debug_mode_) debugger_stop();
 
-    if (row_ && row_->has(kCondition) && normalise_condition(keyword_, arguments_))
-        row_ = language_.statement(keyword_);
+    if (row_ && row_->has(kCondition) && normalise_condition(keyword_storage_, arguments_))
+        row_ = language_.statement(keyword_storage_);
+    keyword_ = keyword_storage_;
     split_arguments(arguments_, row_ && row_->has(kAssignment), slots_, option_text_);
     read_options();
 
     if (!row_) {
-        report_error("(DoPrg) " + keyword_ + " " + slots_[1] + " " + slots_[2] +
-                         " :Unrecognized command '" + keyword_ + "'",
+        const std::string keyword(keyword_);
+        report_error("(DoPrg) " + keyword + " " + slots_[1] + " " + slots_[2] +
+                         " :Unrecognized command '" + keyword + "'",
                      Severity::Warning);
         return;
     }
+    dispatch();
+}
+
+// A line whose plan filled the slots. Only `set` reads the argument text, and only when its value
+// is a function's.
+void Engine::run_planned(ProgramLine& line) {
+    const LinePlan& plan = *line.plan;
+    keyword_ = plan.keyword();
+    row_ = plan.row();
+    if (plan.option_text().empty()) {
+        option_text_.clear();
+        options_.clear();
+        quiet_ = false;
+    } else {
+        option_text_ = plan.option_text();
+        read_options();
+    }
+    const std::string& word2 = (*slots_in_use_)[2];
+    const char first = word2.empty() ? ' ' : word2.front();
+    if (row_->has(kAssignment) && first != '"' && first != '\'' && first != '^')
+        prepare_arguments(line, false, arguments_);
+    else
+        arguments_.clear();
+    dispatch();
+}
+
+void Engine::dispatch() {
     if (!row_->run) return report_not_available();
     row_->run(*this);
+}
+
+const value::TextFacts* Engine::facts_of(const std::string& text) const {
+    if (!facts_in_use_) return nullptr;
+    const std::string* first = slots_in_use_->data();
+    const std::less<const std::string*> before;
+    if (before(&text, first) || !before(&text, first + slots_in_use_->size())) return nullptr;
+    return facts_in_use_->operand[static_cast<std::size_t>(&text - first)];
 }
 
 // The debugger's listing, made again only when the program table changed (`load`).
@@ -198,12 +246,13 @@ bool Engine::has_option(std::string_view word) const {
 }
 
 void Engine::report_not_available() {
-    report_error("(DoPrg) " + keyword_ + " is not available yet", Severity::Warning);
+    report_error("(DoPrg) " + std::string(keyword_) + " is not available yet", Severity::Warning);
 }
 
 void Engine::debugger_stop() {
-    DebugView view{&debug_listing_lines(), {}, current_line_, keyword_ + " " + arguments_,
-                   caption(" Debug"), script_full_};
+    std::string statement = std::string(keyword_) + " " + arguments_;
+    DebugView view{&debug_listing_lines(), {},          current_line_, std::move(statement),
+                   caption(" Debug"),      script_full_};
     for (int i = 0; i < variables_.count(); ++i)
         view.variables.push_back(variables_.name_at(i) + " = " + variables_.value_at(i));
     switch (host_.debug_stop(view)) {

@@ -41,21 +41,6 @@ void for_each_line(std::string_view content, Fn&& fn) {
 
 }  // namespace
 
-void Engine::prepare_line(ProgramLine& line) {
-    line.keyword_has_env = line.keyword.find('%') != std::string::npos;
-    line.arguments_have_env = line.arguments.find('%') != std::string::npos;
-    line.statement = line.keyword_has_env ? nullptr : language_.statement(line.keyword);
-    std::string_view args = line.arguments;
-    if (line.statement && line.statement->has(kAssignment)) {
-        // The target's own reference (up to the second "$") is kept as a name.
-        const std::size_t first = args.find('$');
-        const std::size_t second =
-            first == std::string_view::npos ? first : args.find('$', first + 1);
-        line.set_prefix_length = second == std::string_view::npos ? args.size() : second + 1;
-    }
-    line.template_.build(args.substr(line.set_prefix_length));
-}
-
 void Engine::read_prg(const std::string& file_name, int return_line) {
     variables_.set("param[0]", file_name);
     script_full_ = file_name;
@@ -85,7 +70,7 @@ void Engine::read_prg(const std::string& file_name, int return_line) {
         const std::size_t blank = line.find(' ');
         pl.keyword = text::to_lower(std::string_view(line).substr(0, blank));
         if (blank != std::string::npos) pl.arguments = line.substr(blank + 1);
-        prepare_line(pl);
+        prepare_program_line(pl, language_);
         program_.append(std::move(pl));
     });
     program_.touch();

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "engine/language.hpp"
+#include "engine/line_plan.hpp"
 #include "engine/substitution.hpp"
 
 namespace quiller {
@@ -23,10 +25,16 @@ struct ProgramLine {
     SubstitutionTemplate template_;
     // `set` keeps its target's name: only the text after `set_prefix_length` is substituted.
     std::size_t set_prefix_length = 0;
+    // Where the slots come from, when the line has a plan.
+    std::unique_ptr<LinePlan> plan;
     // The last resolved `set` target, so a loop's assignment skips the name preparation.
     std::string cached_target;
     int cached_target_index = -1;
 };
+
+// Works out what running `line` needs of its keyword and argument text (the statement row, the
+// substitution template, the plan), once, when it is loaded.
+void prepare_program_line(ProgramLine& line, const Language& language);
 
 class Program {
   public:

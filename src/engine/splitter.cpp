@@ -6,30 +6,28 @@
 namespace quiller {
 namespace {
 
-bool is_quote(char c) {
-    return c == '"' || c == '\'' || c == '^';
-}
-
 void wrap(std::string& slot, char quote) {
     slot.insert(slot.begin(), quote);
     slot.push_back(quote);
 }
 
-// A quoted argument gets its own delimiter back; an unquoted number, or a lone operator sign in
-// slot 3, is wrapped in double quotes. Each argument carries one layer of quotes at most, so a
-// quoted number reads as that number.
-void quote_for_set(std::string& slot, int index, bool quoted, char delimiter) {
+}  // namespace
+
+bool is_quote_character(char c) {
+    return c == '"' || c == '\'' || c == '^';
+}
+
+// Each argument carries one layer of quotes at most, so a quoted number reads as that number.
+void quote_for_set(std::string& slot, int index, bool quoted, char delimiter, bool numeric) {
     if (quoted) {
         wrap(slot, delimiter);
-    } else if (value::is_numeric(slot)) {
+    } else if (numeric) {
         wrap(slot, '"');
     } else if (index == 3 && !slot.empty() &&
                std::string_view("+-*/").find(slot) != std::string_view::npos) {
         wrap(slot, '"');
     }
 }
-
-}  // namespace
 
 void split_arguments(std::string_view text, bool for_set, Slots& slots, std::string& options,
                      int limit) {
@@ -38,7 +36,7 @@ void split_arguments(std::string_view text, bool for_set, Slots& slots, std::str
     int i = 1;
     while (!t.empty() && t.front() != '{' && i < limit) {
         const char first = t.front();
-        const bool quoted = is_quote(first);
+        const bool quoted = is_quote_character(first);
         std::size_t end;
         if (quoted) {
             t.remove_prefix(1);
@@ -52,7 +50,7 @@ void split_arguments(std::string_view text, bool for_set, Slots& slots, std::str
         std::string& slot = slots[i];
         slot.assign(t.substr(0, end));
         t = end < t.size() ? text::trim(t.substr(end + 1)) : std::string_view{};
-        if (for_set) quote_for_set(slot, i, quoted, first);
+        if (for_set) quote_for_set(slot, i, quoted, first, !quoted && value::is_numeric(slot));
         ++i;
     }
     for (; i <= limit && i <= kSlotCount; ++i) slots[i].clear();

@@ -35,13 +35,15 @@ class SubstitutionTemplate {
     bool closed() const { return closed_; }
     void expand(const VariableTable& variables, std::string& out) const;
 
-  private:
     struct Segment {
         std::string text;  // the literal, or the lower-cased name of a reference
         bool reference = false;
         bool indexed = false;
         mutable int cached_entry = -1;
     };
+    const std::vector<Segment>& segments() const { return segments_; }
+
+  private:
     std::vector<Segment> segments_;
     bool has_references_ = false;
     bool closed_ = true;

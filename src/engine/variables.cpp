@@ -1,5 +1,7 @@
 #include "engine/variables.hpp"
 
+#include <vector>
+
 #include "value/text.hpp"
 #include "value/value.hpp"
 #include "engine/failure.hpp"
@@ -98,10 +100,11 @@ int VariableTable::set_prepared(const std::string& prepared, std::string_view va
     int at = find(prepared);
     if (at >= 0) {
         entries_[at].value = value;
+        entries_[at].facts.forget();
         return at;
     }
     if (count() >= kMaxVariables) return -1;
-    entries_.push_back({prepared, std::string(value)});
+    entries_.push_back({prepared, std::string(value), {}});
     at = count() - 1;
     index_.emplace(prepared, at);
     return at;

@@ -1,11 +1,15 @@
 // The variable table: global (name, value) text pairs in the order they were first set, with a
-// hash index by name. Names are stored lower case, trimmed, without their delimiters.
+// hash index by name. Names are stored lower case, trimmed, without their delimiters. Beside each
+// value the table keeps what has been worked out about it (TextFacts), forgotten when it changes;
+// entries never move, so a reference to a value or its facts stays valid for the run.
 #pragma once
 
+#include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
+
+#include "value/text_facts.hpp"
 
 namespace quiller {
 
@@ -27,9 +31,16 @@ class VariableTable {
     int find(const std::string& prepared) const;
     int set_prepared(const std::string& prepared, std::string_view value);  // -1 when full
     const std::string& value_at(int index) const { return entries_[index].value; }
+    const value::TextFacts& facts_at(int index) const { return entries_[index].facts; }
     void assign_at(int index, std::string_view value) {
         check_length(value.size());
         entries_[index].value = value;
+        entries_[index].facts.forget();
+    }
+    // The same, for a value known to be the general form of the whole number `number`.
+    void assign_whole_number_at(int index, std::string_view value, double number) {
+        assign_at(index, value);
+        entries_[index].facts.know_whole_number(number);
     }
     bool exists(std::string_view name) const { return find(prepare_get_name(name)) >= 0; }
 
@@ -48,8 +59,9 @@ class VariableTable {
     struct Entry {
         std::string name;
         std::string value;
+        value::TextFacts facts;
     };
-    std::vector<Entry> entries_;
+    std::deque<Entry> entries_;
     std::unordered_map<std::string, int> index_;
     std::size_t text_limit_ = kMaxTextLength;
 };

@@ -71,24 +71,29 @@ bool normalise_condition(std::string& command, std::string& condition) {
     return changed;
 }
 
-int compare_operands(std::string_view a, std::string_view b, int year) {
-    const std::optional<double> date_a = value::parse_date(a, year);
-    const std::optional<double> date_b = value::parse_date(b, year);
+int compare_operands(std::string_view a, std::string_view b, int year,
+                     const value::TextFacts* facts_a, const value::TextFacts* facts_b) {
+    const value::Operand x{a, facts_a};
+    const value::Operand y{b, facts_b};
+    const std::optional<double> date_a = x.date(year);
+    const std::optional<double> date_b = y.date(year);
     if (date_a || date_b)
         return three_way(date_a.value_or(kFallbackDate), date_b.value_or(kFallbackDate));
 
-    const bool numeric_a = value::is_numeric(a);
-    const bool numeric_b = value::is_numeric(b);
+    const bool numeric_a = x.numeric();
+    const bool numeric_b = y.numeric();
     if (!numeric_a && !numeric_b) return compare_lower(a, b);
     // A number is always less than a text (an operand that failed the number test).
-    if (numeric_a && numeric_b)
-        return three_way(value::read_leading_number(a), value::read_leading_number(b));
+    if (numeric_a && numeric_b) return three_way(x.number(), y.number());
     return numeric_a ? -1 : 1;
 }
 
+// The test of slot 1; the line's plan may have found it at load.
 bool eval_boolean(Engine& engine, const Slots& words) {
-    if (const ConditionTestRow* row = find_test(engine.language(), words[1]))
-        return row->run(engine, words[2], words[3]);
+    const SlotFacts* facts = engine.facts_for(words);
+    const ConditionTestRow* row =
+        facts && facts->test ? facts->test : find_test(engine.language(), words[1]);
+    if (row) return row->run(engine, words[2], words[3]);
     engine.report_error(
         "(EvalBoolean) : " + words[1] + " " + words[2] + " " + words[3] + " :Unrecognized command",
         Severity::Warning);
@@ -98,22 +103,22 @@ bool eval_boolean(Engine& engine, const Slots& words) {
 namespace conditions {
 
 bool equal(Engine& e, const std::string& a, const std::string& b) {
-    return compare_operands(a, b, e.current_year()) == 0;
+    return compare_operands(a, b, e.current_year(), e.facts_of(a), e.facts_of(b)) == 0;
 }
 bool notequal(Engine& e, const std::string& a, const std::string& b) {
-    return compare_operands(a, b, e.current_year()) != 0;
+    return compare_operands(a, b, e.current_year(), e.facts_of(a), e.facts_of(b)) != 0;
 }
 bool lessthan(Engine& e, const std::string& a, const std::string& b) {
-    return compare_operands(a, b, e.current_year()) < 0;
+    return compare_operands(a, b, e.current_year(), e.facts_of(a), e.facts_of(b)) < 0;
 }
 bool lessthanorequal(Engine& e, const std::string& a, const std::string& b) {
-    return compare_operands(a, b, e.current_year()) <= 0;
+    return compare_operands(a, b, e.current_year(), e.facts_of(a), e.facts_of(b)) <= 0;
 }
 bool greaterthan(Engine& e, const std::string& a, const std::string& b) {
-    return compare_operands(a, b, e.current_year()) > 0;
+    return compare_operands(a, b, e.current_year(), e.facts_of(a), e.facts_of(b)) > 0;
 }
 bool greaterthanorequal(Engine& e, const std::string& a, const std::string& b) {
-    return compare_operands(a, b, e.current_year()) >= 0;
+    return compare_operands(a, b, e.current_year(), e.facts_of(a), e.facts_of(b)) >= 0;
 }
 
 }  // namespace conditions

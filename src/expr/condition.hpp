@@ -4,6 +4,7 @@
 #include <string>
 
 #include "engine/splitter.hpp"
+#include "value/text_facts.hpp"
 
 namespace quiller {
 
@@ -18,8 +19,10 @@ bool normalise_condition(std::string& command, std::string& condition);
 bool eval_boolean(Engine& engine, const Slots& words);
 
 // How two operands compare under the condition rules: date, then text, then number.
-// Returns <0, 0 or >0.
-int compare_operands(std::string_view a, std::string_view b, int current_year);
+// Returns <0, 0 or >0. The facts of an operand, when given, answer for its text.
+int compare_operands(std::string_view a, std::string_view b, int current_year,
+                     const value::TextFacts* facts_a = nullptr,
+                     const value::TextFacts* facts_b = nullptr);
 
 // The comparison tests, the words that normalise_condition writes for "=", "<>" and the others.
 namespace conditions {

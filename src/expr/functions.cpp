@@ -17,8 +17,8 @@ bool FunctionCall::line_has(std::string_view word) const {
 
 std::string eval_string(Engine& engine, const Slots& words, std::string_view line_text) {
     const std::string_view word2 = words[2];
-    if (!word2.empty() && (word2.front() == '^' || word2.front() == '"' || word2.front() == '\''))
-        return eval_value_expression(words, engine.current_year());
+    if (is_value_expression(words))
+        return eval_value_expression(words, engine.current_year(), engine.facts_for(words));
 
     const std::string name = text::to_lower(text::trim(word2));
     if (const FunctionRow* f = engine.language().function(name)) {
