@@ -208,8 +208,12 @@ const std::vector<std::string>& Engine::debug_listing_lines() {
     if (listing_generation_ != program_.generation() || listing_.empty()) {
         std::vector<ListingLine> lines;
         lines.reserve(static_cast<std::size_t>(program_.count()));
-        for (int n = 1; n <= program_.count(); ++n)
-            lines.push_back({program_.line(n).keyword, program_.line(n).arguments});
+        for (int n = 1; n <= program_.count(); ++n) {
+            const ProgramLine& line = program_.line(n);
+            const StatementRow* row = line.statement;
+            lines.push_back({line.keyword, line.arguments, row && row->has(kOutdentBefore),
+                             row && row->has(kIndentAfter)});
+        }
         listing_ = debug_listing(lines);
         listing_generation_ = program_.generation();
     }

@@ -54,6 +54,9 @@ enum Trait : std::uint16_t {
     kClosesRepeat = 1 << 9,
     kLabel = 1 << 10,
     kSub = 1 << 11,
+    // Indentation of the debugger's listing.
+    kIndentAfter = 1 << 12,    // the lines after this one sit a level deeper
+    kOutdentBefore = 1 << 13,  // this line and those after it sit a level shallower
 };
 
 struct StatementRow {

@@ -6,13 +6,6 @@
 #include "value/format.hpp"
 
 namespace quiller {
-namespace {
-
-bool is_one_of(std::string_view word, std::initializer_list<std::string_view> words) {
-    return std::find(words.begin(), words.end(), word) != words.end();
-}
-
-}  // namespace
 
 std::vector<std::string> debug_listing(const std::vector<ListingLine>& lines) {
     std::vector<std::string> out;
@@ -20,8 +13,7 @@ std::vector<std::string> debug_listing(const std::vector<ListingLine>& lines) {
     int depth = 0;
     int number = 0;
     for (const ListingLine& l : lines) {
-        if (is_one_of(l.keyword, {"else", "endif", "endsub", "endwhile", "until"}) && depth > 0)
-            --depth;
+        if (l.outdent_before && depth > 0) --depth;
         std::string entry = value::format_number(++number, "00# ");
         entry.append(static_cast<std::size_t>(depth) * 4, ' ');
         entry += l.keyword;
@@ -30,7 +22,7 @@ std::vector<std::string> debug_listing(const std::vector<ListingLine>& lines) {
             entry += l.arguments;
         }
         out.push_back(std::move(entry));
-        if (is_one_of(l.keyword, {"if", "sub", "else", "while", "repeat"})) ++depth;
+        if (l.indent_after) ++depth;
     }
     return out;
 }

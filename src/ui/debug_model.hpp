@@ -15,14 +15,16 @@ namespace quiller {
 struct DebugView;
 enum class DebugAction;
 
+// A program line and its effect on the listing's indentation, as its statement defines it.
 struct ListingLine {
     std::string keyword;  // lower case
     std::string arguments;
+    bool outdent_before = false;  // closes a block: this line sits a level shallower
+    bool indent_after = false;    // opens a block: the lines after it sit a level deeper
 };
 
 // One entry per program line: the number formatted "00# ", then the indentation (four blanks a
-// level; openers if, sub, else, while, repeat open a level after their line, closers else, endif,
-// endsub, endwhile, until close one before it), then keyword and arguments.
+// level, never below the margin), then keyword and arguments.
 std::vector<std::string> debug_listing(const std::vector<ListingLine>& lines);
 
 namespace debug_button {

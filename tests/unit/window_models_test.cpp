@@ -93,29 +93,10 @@ TEST(ProgressModel, WindowsTextsAndCancel) {
     EXPECT_EQ(popup_place(popup, screen), (TwipsRect{9600, 2700, 4800, 5400}));
 }
 
-TEST(DebugModel, ListingIndentsByBlockDepth) {
-    const std::vector<std::string> expected = {
-        "001 sub main",        "002     if a = b",   "003         print x",
-        "004     else",        "005         repeat", "006             set $i$ = 1",
-        "007         until 1", "008     endif",      "009 endsub",
-        "010 endwhile",  // a stray closer never goes below the margin
-    };
-    EXPECT_EQ(debug_listing({{"sub", "main"},
-                             {"if", "a = b"},
-                             {"print", "x"},
-                             {"else", ""},
-                             {"repeat", ""},
-                             {"set", "$i$ = 1"},
-                             {"until", "1"},
-                             {"endif", ""},
-                             {"endsub", ""},
-                             {"endwhile", ""}}),
-              expected);
-}
-
 TEST(DebugModel, WaitPollsUntilAButtonAndShowsTheLine) {
     DebugModel m;
-    const std::vector<std::string> listing = debug_listing({{"sub", "main"}, {"print", "$a$"}});
+    const std::vector<std::string> listing =
+        debug_listing({{"sub", "main", false, true}, {"print", "$a$"}});
     m.show(DebugView{&listing, {}, 2, "print 5", "Quiller v0.1.0 Debug", "job.prg"});
     EXPECT_EQ(m.num_label(), "2");
     EXPECT_EQ(m.line_label(), "print $a$");
@@ -180,6 +161,8 @@ TEST(WindowPlacement, StoredRestoredAndKeptOnScreen) {
               (TwipsRect{0, 0, 19200, 10800}));
 }
 
+// The listing's indentation comes from the statements' rows: openers if, sub, else, while,
+// repeat; closers else, endif, endsub, endwhile, until; never below the margin.
 TEST(EngineDebugger, ListingStepTerminateAndContinue) {
     Harness h;
     h.host.debug_actions = {DebugAction::Step, DebugAction::Terminate};
@@ -195,6 +178,17 @@ TEST(EngineDebugger, ListingStepTerminateAndContinue) {
     c.run("sub main\n  debug on\n  print one\n  print two\n  debug off\nendsub\n");
     EXPECT_EQ(c.host.debug_stops.size(), 1u);
     EXPECT_EQ(c.host.printed, (std::vector<std::string>{"one", "two"}));
+
+    Harness b;
+    b.run(
+        "sub main\n debug on\n if 1 = 1\n repeat\n until 1 = 1\n else\n endif\n ifnot 1 = 2\n "
+        "endif\n"
+        " while 1 = 2\n endwhile\nendsub\n");
+    EXPECT_EQ(
+        b.host.debug_stops,
+        (std::vector<std::string>{"003     if 1 = 1", "004         repeat",
+                                  "005         until 1 = 1", "006     else", "008     ifnot 1 = 2",
+                                  "009 endif", "010 while 1 = 2", "012 endsub"}));
 }
 
 }  // namespace
