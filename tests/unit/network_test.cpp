@@ -3,10 +3,13 @@
 // warnings of a system without connections are in tests/scripts/network_posix_unavailable.prg).
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <sstream>
 
-#include "scripted_host.hpp"
 #include "os/network_keys.hpp"
+#include "reference_table.hpp"
+#include "scripted_host.hpp"
+#include "value/text.hpp"
 
 namespace quiller::testing {
 namespace {
@@ -30,7 +33,7 @@ TEST(PickIpv4, FirstUsableAddressSelfAssignedLast) {
     EXPECT_EQ(pick_ipv4_address(List{loopback, down}), "");
 }
 
-// --- Key syntax -----------------------------------------------------------------------------
+// --- Key syntax: the rows of cases/keys.tsv ----------------------------------------------------
 
 KeyStroke ch(char32_t c, std::uint8_t m = 0) {
     return {c, 0, m};
@@ -40,59 +43,32 @@ KeyStroke vk(std::uint16_t code, std::uint8_t m = 0) {
 }
 using Keys = std::vector<KeyStroke>;
 
-TEST(KeySyntax, Keys) {
-    constexpr std::uint8_t shift = kKeyShift, ctrl = kKeyControl, alt = kKeyAlt;
-    const struct {
-        std::string text;
-        Keys keys;
-    } cases[] = {
-        {"", {}},
-        {"é~[]", {ch(U'é'), vk(0x0D), ch('['), ch(']')}},
-        {"{ENTER}{tab}{BKSP}{F1}{f24}", {vk(0x0D), vk(0x09), vk(0x08), vk(0x70), vk(0x87)}},
-        {"{+}{^}{%}{~}{(}{)}{{}{}}{ }",
-         {ch('+'), ch('^'), ch('%'), ch('~'), ch('('), ch(')'), ch('{'), ch('}'), ch(' ')}},
-        // Repeat counts.
-        {"{LEFT 3}", Keys(3, vk(0x25))},
-        {"{} 2}", Keys(2, ch('}'))},
-        {"{  2}", Keys(2, ch(' '))},
-        {"a{x 0}b", {ch('a'), ch('b')}},
-        {"{y 1000}", Keys(1000, ch('y'))},
-        // Modifiers apply to the next key or group.
-        {"^c%{F4}", {ch('c', ctrl), vk(0x73, alt)}},
-        {"+^{TAB}x", {vk(0x09, shift | ctrl), ch('x')}},
-        {"^~", {vk(0x0D, ctrl)}},
-        {"+{TAB 2}", Keys(2, vk(0x09, shift))},
-        {"+(ec)d", {ch('e', shift), ch('c', shift), ch('d')}},
-        {"^(a%(b))", {ch('a', ctrl), ch('b', ctrl | alt)}},
-        {std::string(32, '(') + "a" + std::string(32, ')'), {ch('a')}},
-    };
-    for (const auto& c : cases) {
-        const KeyParse p = parse_keys(c.text);
-        EXPECT_EQ(p.error, "") << c.text;
-        EXPECT_EQ(p.keys, c.keys) << c.text;
+// "shift+ctrl+alt+" as held, then 'c' for a character or vkHH for a named key; a run of one
+// stroke as "*N"; strokes separated by blanks. An error is written as it is.
+std::string keys_text(std::string_view text) {
+    const KeyParse p = parse_keys(text);
+    if (!p.error.empty()) return p.keys.empty() ? p.error : "keys beside " + p.error;
+    std::string out;
+    for (std::size_t i = 0, run = 1; i < p.keys.size(); i += run) {
+        const KeyStroke& k = p.keys[i];
+        for (run = 1; i + run < p.keys.size() && p.keys[i + run] == k;) ++run;
+        if (!out.empty()) out += ' ';
+        for (const auto& [bit, name] :
+             {std::pair{kKeyShift, "shift+"}, {kKeyControl, "ctrl+"}, {kKeyAlt, "alt+"}})
+            if (k.modifiers & bit) out += name;
+        char code[8];
+        std::snprintf(code, sizeof code, "vk%02X", k.virtual_key);
+        std::string c = "'";
+        text::append_utf8(c, k.character);
+        out += k.virtual_key ? code : c + "'";
+        if (run > 1) out += "*" + std::to_string(run);
     }
+    return out;
 }
 
-TEST(KeySyntax, Errors) {
-    const std::string deep = std::string(33, '(') + "a" + std::string(33, ')');
-    const struct {
-        std::string text, error;
-    } cases[] = {
-        {"ab{ENTER", "'{' without its '}' in 'ab{ENTER'"},
-        {"{F25}", "Unknown key {F25} in '{F25}'"},
-        {"{x 1001}", "Repeat count '1001' is not 0 to 1000 in '{x 1001}'"},
-        {"{x }", "Repeat count '' is not 0 to 1000 in '{x }'"},
-        {"a+", "Modifier without a key in 'a+'"},
-        {"+(a^)", "Modifier without a key in '+(a^)'"},
-        {"+(ab", "'(' without its ')' in '+(ab'"},
-        {"ab)", "')' without its '(' in 'ab)'"},
-        {deep, "Groups nested too deep in '" + deep + "'"},
-    };
-    for (const auto& c : cases) {
-        const KeyParse p = parse_keys(c.text);
-        EXPECT_EQ(p.error, c.error);
-        EXPECT_TRUE(p.keys.empty()) << c.text;
-    }
+TEST(KeySyntax, EveryRowOfTheTable) {
+    test::check_case_table("keys.tsv",
+                           {{"keys", [](const test::Cells& a) { return keys_text(a[0]); }}});
 }
 
 // --- Functions, the group test and the statements over a fake service ------------------------

@@ -7,6 +7,8 @@
 
 #include <charconv>
 #include <fstream>
+#include <functional>
+#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -59,6 +61,36 @@ inline std::vector<ReferenceRow> load_reference(const std::string& file) {
 
 inline std::vector<ReferenceRow> load_cases(const std::string& file) {
     return load_table(std::string(QUILLER_CASES_DIR) + "/" + file, true);
+}
+
+using Cells = std::vector<std::string>;
+using Operations = std::map<std::string, std::function<std::string(const Cells&)>, std::less<>>;
+
+// Checks every row "OPERATION ARGUMENT... EXPECTED [# why]" of a case table with `ops`. An
+// operation prefixed "posix:" or "win:" runs on that platform only.
+inline void check_case_table(const std::string& file, const Operations& ops) {
+    const std::vector<ReferenceRow> rows = load_cases(file);
+    ASSERT_FALSE(rows.empty()) << file;
+    for (const ReferenceRow& row : rows) {
+        Cells args = row.cells;
+        const std::string why = args.back().starts_with("# ") ? args.back() : "";
+        if (!why.empty()) args.pop_back();
+        ASSERT_GE(args.size(), 2u) << file << " line " << row.line << ": too few columns";
+        std::string op = args.front();
+        const std::string expected = args.back();
+        args.erase(args.begin());
+        args.pop_back();
+#ifdef _WIN32
+        if (op.starts_with("posix:")) continue;
+#else
+        if (op.starts_with("win:")) continue;
+#endif
+        op.erase(0, op.find(':') + 1);
+        const auto it = ops.find(op);
+        ASSERT_NE(it, ops.end()) << file << " line " << row.line << ": " << op;
+        EXPECT_EQ(it->second(args), expected) << file << " line " << row.line << ": " << op << " ["
+                                              << (args.empty() ? "" : args[0]) << "] " << why;
+    }
 }
 
 // A number column of a table, read exactly.

@@ -6,63 +6,20 @@
 #include "engine/splitter.hpp"
 #include "engine/substitution.hpp"
 #include "engine/variables.hpp"
+#include "reference_table.hpp"
 
 namespace quiller {
 namespace {
 
-Slots split(std::string_view text, bool for_set = false, std::string* options = nullptr) {
+// Slots 1 to 12 joined by "|" up to the last one that isn't empty, then " {options}" if any.
+std::string split(std::string_view text, bool for_set) {
     Slots slots;
-    std::string opts;
-    split_arguments(text, for_set, slots, opts);
-    if (options) *options = opts;
-    return slots;
-}
-
-TEST(Splitter, QuotesBlanksAndOptions) {
     std::string options;
-    Slots s = split("  one 'two words' ^x y^ \"q\"  {Quiet Clear}", false, &options);
-    EXPECT_EQ(s[1], "one");
-    EXPECT_EQ(s[2], "two words");
-    EXPECT_EQ(s[3], "x y");
-    EXPECT_EQ(s[4], "q");
-    EXPECT_EQ(s[5], "");
-    EXPECT_EQ(options, "Quiet Clear");
-
-    s = split("\"unclosed rest here", false, &options);  // the quote is dropped, the rest splits at blanks
-    EXPECT_EQ(s[1], "unclosed");
-    EXPECT_EQ(s[2], "rest");
-    EXPECT_EQ(s[3], "here");
-
-    s = split("{quiet}", false, &options);
-    EXPECT_EQ(s[1], "");
-    EXPECT_EQ(options, "quiet");
-}
-
-TEST(Splitter, ElevenSlotsAtMostAndSlotTwelveEmpty) {
-    std::string options;
-    Slots s = split("1 2 3 4 5 6 7 8 9 10 11 12 13 {quiet}", false, &options);
-    EXPECT_EQ(s[11], "11");
-    EXPECT_EQ(s[12], "");
-    EXPECT_EQ(options, "");  // the rest of the line, braces included, is dropped
-    s = split("1 2 3 4 5 6 7 8 9 10 11 {quiet}", false, &options);
-    EXPECT_EQ(options, "quiet");
-}
-
-TEST(Splitter, SetKeepsQuotesForTheEvaluator) {
-    Slots s = split("$x$ 5 + 3", true);
-    EXPECT_EQ(s[1], "$x$");
-    EXPECT_EQ(s[2], "\"5\"");
-    EXPECT_EQ(s[3], "\"+\"");
-    EXPECT_EQ(s[4], "\"3\"");
-    s = split("$x$ 'abc' x ^d e^", true);
-    EXPECT_EQ(s[2], "'abc'");
-    EXPECT_EQ(s[3], "x");  // not an operator sign: left alone
-    EXPECT_EQ(s[4], "^d e^");
-    s = split("$x$ \"5\" '+'", true);  // one layer of quotes at most
-    EXPECT_EQ(s[2], "\"5\"");
-    EXPECT_EQ(s[3], "'+'");
-    s = split("$x$ a +-", true);  // "+-" occurs within the operator signs
-    EXPECT_EQ(s[3], "\"+-\"");
+    split_arguments(text, for_set, slots, options);
+    std::string out;
+    for (int i = 1; i <= kSlotCount; ++i) out += (i > 1 ? "|" : "") + slots[i];
+    out.erase(out.find_last_not_of('|') + 1);
+    return options.empty() ? out : out + " {" + options + "}";
 }
 
 std::string lookup_a_b(std::string_view name) {
@@ -72,15 +29,15 @@ std::string lookup_a_b(std::string_view name) {
     return "";
 }
 
-TEST(Substitution, DoubledDelimitersAndNoRecursion) {
-    EXPECT_EQ(replace_references('$', "5$$", lookup_a_b).text, "5$");
-    EXPECT_EQ(replace_references('$', "$$$x$", lookup_a_b).text, "$X");
-    EXPECT_EQ(replace_references('$', "$a$$b$", lookup_a_b).text, "1$b$");
-    EXPECT_EQ(replace_references('$', "[$b$]", lookup_a_b).text, "[$b$]");
-    EXPECT_EQ(replace_references('$', "$nothing$.", lookup_a_b).text, ".");
-    const SubstitutionResult r = replace_references('$', "$a$ costs 5$", lookup_a_b);
-    EXPECT_TRUE(r.unclosed);
-    EXPECT_EQ(r.text, "1 costs 5$");  // the text as it stood when the lone "$" was met
+TEST(SplitterAndSubstitution, EveryRowOfTheTable) {
+    test::check_case_table("splitter.tsv",
+                           {{"split", [](const test::Cells& a) { return split(a[0], false); }},
+                            {"split-set", [](const test::Cells& a) { return split(a[0], true); }},
+                            {"substitute", [](const test::Cells& a) {
+                                 const SubstitutionResult r =
+                                     replace_references('$', a[0], lookup_a_b);
+                                 return r.unclosed ? r.text + " (unclosed)" : r.text;
+                             }}});
 }
 
 // The per-line template must give exactly what the substitution routine gives.
