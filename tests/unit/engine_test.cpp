@@ -1,5 +1,7 @@
-// The engine through the scripted host: what the windows are shown, the error log record, and
-// the log's size limit.
+// The engine through the scripted host where the script tests can't look: the log record's header,
+// the text limit, ending from a warning, the line limit and the chosen script. (A fatal error, the
+// log's size limit and an unclosed "$" are proved by errors_fatal.prg, errors_log_size_*.prg and
+// unclosed_delimiter.prg.)
 #include <gtest/gtest.h>
 
 #include "scripted_host.hpp"
@@ -50,53 +52,11 @@ TEST(ErrorReport, TextOverTheLimitIsOutOfStringSpace) {
               std::string::npos);
 }
 
-TEST(ErrorReport, FatalEndsTheRunAndNamesTheScript) {
-    Harness h;
-    const int status = h.run("sub main\n  goto nowhere\n  print never\nendsub\n");
-    EXPECT_EQ(status, 1);
-    EXPECT_TRUE(h.host.printed.empty());
-    ASSERT_EQ(h.host.errors.size(), 1u);
-    EXPECT_EQ(h.host.errors[0].title, "Quiller v0.1.0 Error");
-    EXPECT_NE(h.host.errors[0].text.find("From Quiller : (Findline) Couldn't find 'nowhere'\n"),
-              std::string::npos);
-    EXPECT_TRUE(h.host.errors[0].text.ends_with("above.\njob.prg will now end."));
-    EXPECT_NE(h.log().find(" Fatal: .PRG halted\n"), std::string::npos);
-}
-
-TEST(ErrorReport, LogSizeLimit) {
-    Harness h;
-    h.files->files["/tmp/ql_err.txt"] = std::string(51200, 'x');
-    h.run("sub main\n  bogus\nendsub\n");
-    EXPECT_GT(h.log().size(), 51200u);  // exactly at the limit still receives a record
-
-    Harness full;
-    full.files->files["/tmp/ql_err.txt"] = std::string(51201, 'x');
-    full.run("sub main\n  bogus\nendsub\n");
-    EXPECT_EQ(full.log().size(), 51201u);
-    ASSERT_EQ(full.host.errors.size(), 1u);
-    EXPECT_EQ(full.host.errors[0].text,
-              "Maximum size reached for error log! (/tmp/ql_err.txt)\n"
-              "Error not reportable.  Purge the log file.\n\n"
-              "There was a problem with the line shown above.\nPress OK to continue.");
-}
-
 TEST(ErrorReport, UserCanEndTheRunFromAWarning) {
     Harness h;
     h.host.error_choices.push_back(ErrorChoice::EndRun);
     EXPECT_EQ(h.run("sub main\n  bogus\n  print never\nendsub\n"), 1);
     EXPECT_TRUE(h.host.printed.empty());
-}
-
-TEST(Substitution, UnclosedDelimiterShowsTheMessageBoxAndEmptiesTheText) {
-    Harness h;
-    h.run("sub main\n  $a$ = 1\n  print \"$a$ costs 5$\"\nendsub\n");
-    ASSERT_EQ(h.host.message_boxes.size(), 1u);
-    EXPECT_EQ(h.host.message_boxes[0],
-              "Replace Vars - Closing delimeter not found ($)\nUse $$ if this isn't a delimeter.\n"
-              "\"1 costs 5$\"");
-    ASSERT_EQ(h.host.printed.size(), 1u);
-    EXPECT_EQ(h.host.printed[0], "");
-    EXPECT_TRUE(h.host.errors.empty());
 }
 
 // Line numbers are 16-bit: 32,767 kept lines load (comments don't count), one more is reported.
@@ -118,18 +78,11 @@ TEST(Loader, LineLimit) {
               std::string::npos);
 }
 
-TEST(Startup, ChoosingAScript) {
+// Choosing a script is in registry_operations_test.cpp (LastPrg).
+TEST(Startup, NoScriptNamedOrChosen) {
     Harness none;
     Engine engine(none.host, none.platform, standard_language());
     EXPECT_EQ(engine.run(""), 2);
-
-    Harness chosen;
-    chosen.files->files["picked.prg"] = "sub main\nprint $param_count$\nendsub\n";
-    chosen.host.chosen_script = "picked";
-    Engine engine2(chosen.host, chosen.platform, standard_language());
-    EXPECT_EQ(engine2.run(""), 0);
-    EXPECT_EQ(chosen.host.printed, std::vector<std::string>{"0"});
-    EXPECT_TRUE(chosen.log().empty());
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 // (tests/scripts/registry_*.prg) don't reach, and LastPrg, which needs the file-choosing window.
 #include <gtest/gtest.h>
 
-#include "scripted_host.hpp"
 #include "os/registry.hpp"
 #include "os/registry_operations.hpp"
+#include "scripted_host.hpp"
 
 namespace quiller::testing {
 namespace {
@@ -67,9 +67,11 @@ TEST(RegistryInARun, LastPrgIsOfferedAndStored) {
     ops.write_reg("HKEY_CURRENT_USER\\Software\\Quiller", "LastPrg", "old.prg", "");
 
     h.host.chosen_script = "picked";
-    h.files->files["picked.prg"] = "sub main\nendsub\n";
+    h.files->files["picked.prg"] = "sub main\nprint $param_count$\nendsub\n";
     Engine engine(h.host, h.platform, standard_language());
     EXPECT_EQ(engine.run(""), 0);
+    EXPECT_EQ(h.host.printed, std::vector<std::string>{"0"});
+    EXPECT_TRUE(h.log().empty());
     EXPECT_EQ(h.host.offered_script, "old.prg");
     EXPECT_EQ(ops.read_reg("HKEY_CURRENT_USER\\Software\\Quiller", "LastPrg"), "picked");
 

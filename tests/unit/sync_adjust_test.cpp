@@ -6,7 +6,9 @@
 #include <map>
 #include <random>
 #include <set>
+#include <sstream>
 
+#include "reference_table.hpp"
 #include "sync/adjust.hpp"
 #include "sync/sort.hpp"
 
@@ -59,68 +61,27 @@ std::string adjust(const std::vector<Entry>& master, const std::vector<Entry>& c
     return text;
 }
 
-TEST(SyncAdjust, EveryRowOfTheTable) {
-    const struct {
-        std::vector<Entry> master, copy, base;
-        const char* steps;
-    } cases[] = {
-        // copy changed or added, master unchanged or absent in both
-        {{{"a", 1}}, {{"a", 2}}, {{"a", 1}}, "replace a"},
-        {{{"a", 1, 0}}, {{"a", 1, 60}}, {{"a", 1, 0}}, "replace a"},
-        {{}, {{"n", 3}}, {}, "copy n"},
-        // times less than 5 seconds apart are the same
-        {{{"a", 1, 0}}, {{"a", 1, 4}}, {{"a", 1, 0}}, ""},
-        // copy removed, master unchanged
-        {{{"a", 1}}, {}, {{"a", 1}}, "del a"},
-        // both changed, now equal; both added equal
-        {{{"a", 2}}, {{"a", 2}}, {{"a", 1}}, ""},
-        {{{"n", 2}}, {{"n", 2}}, {}, ""},
-        // both changed differently, or both added differently: a conflict
-        {{{"a.txt", 2}}, {{"a.txt", 3}}, {{"a.txt", 1}}, "conflict a (Server).txt [1]"},
-        {{{"n", 2}}, {{"n", 3}}, {}, "conflict n (Server) [1]"},
-        // copy changed, master removed: the change wins
-        {{}, {{"a", 2}}, {{"a", 1}}, "restore a"},
-        // copy unchanged: nothing, whatever the master did
-        {{{"a", 2}}, {{"a", 1}}, {{"a", 1}}, ""},
-        {{}, {{"a", 1}}, {{"a", 1}}, ""},
-        {{{"a", 1}, {"n", 1}}, {{"a", 1}}, {{"a", 1}}, ""},
-        // master changed, copy removed: the change wins
-        {{{"a", 2}}, {}, {{"a", 1}}, ""},
-        // removed on both sides
-        {{}, {}, {{"a", 1}}, ""},
-        // a name only changed in case in the copy is the same name
-        {{{"Report", 1}}, {{"report", 1}}, {{"Report", 1}}, ""},
-        {{{"Report", 1}}, {{"REPORT", 2}}, {{"report", 1}}, "replace Report"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(adjust(c.master, c.copy, c.base), c.steps) << c.steps;
+// "name:size:seconds" entries joined by ","; size and seconds may be left out.
+std::vector<Entry> entries(const std::string& text) {
+    std::vector<Entry> out;
+    std::istringstream items(text);
+    for (std::string item; std::getline(items, item, ',');) {
+        std::istringstream fields(item);
+        std::string name, size = "0", seconds = "0";
+        std::getline(fields, name, ':');
+        std::getline(fields, size, ':');
+        std::getline(fields, seconds, ':');
+        out.push_back({name, std::stoll(size), std::stod(seconds)});
+    }
+    return out;
 }
 
-TEST(SyncAdjust, Folders) {
-    const struct {
-        std::vector<Entry> master, copy, base;
-        const char* steps;
-    } cases[] = {
-        // a new folder with files: the folders first, outermost first
-        {{}, {{"d/"}, {"d/e/"}, {"d/e/f", 1}}, {}, "md d; md d/e; copy d/e/f"},
-        // restored into a folder the master removed
-        {{}, {{"d/"}, {"d/f", 2}}, {{"d/"}, {"d/f", 1}}, "md d; restore d/f"},
-        // removed: contents first, innermost folder first
-        {{{"d/"}, {"d/e/"}, {"d/e/f", 1}, {"d/g", 1}},
-         {},
-         {{"d/"}, {"d/e/"}, {"d/e/f", 1}, {"d/g", 1}},
-         "del d/e/f; del d/g; rd d/e; rd d"},
-        // a folder removed in the copy stays while the master changed something in it
-        {{{"d/"}, {"d/e/"}, {"d/e/f", 2}, {"d/g", 1}},
-         {},
-         {{"d/"}, {"d/e/"}, {"d/e/f", 1}, {"d/g", 1}},
-         "del d/g"},
-        {{{"d/"}, {"d/new", 1}}, {}, {{"d/"}}, ""},
-        // a folder of the copy where the master has a file: beside it, with what it holds
-        {{{"x", 2}}, {{"x/"}, {"x/f", 1}}, {{"x", 1}}, "md x (Server); copy x (Server)/f [1]"},
-        // a file of the copy where the master made a folder
-        {{{"x/"}}, {{"x", 5}}, {}, "conflict x (Server) [1]"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(adjust(c.master, c.copy, c.base), c.steps) << c.steps;
+// Every row of the adjustment's table and the folders' rules: cases/sync_adjust.tsv.
+TEST(SyncAdjust, EveryRowOfTheTable) {
+    test::check_case_table("sync_adjust.tsv", {{"adjust", [](const test::Cells& a) {
+                                                    return adjust(entries(a[0]), entries(a[1]),
+                                                                  entries(a[2]));
+                                                }}});
 }
 
 TEST(SyncAdjust, ConflictNamesAreNumberedWhenTaken) {
