@@ -47,6 +47,13 @@ QWidget* modal(const char* name) {
     return w && w->objectName() == name && exposed(w) ? w : nullptr;
 }
 
+// The active modal window when it is a T and on screen.
+template <class T>
+QWidget* modal_of_class() {
+    auto* w = qobject_cast<T*>(QApplication::activeModalWidget());
+    return w && exposed(w) ? w : nullptr;
+}
+
 template <class T>
 T* child(QWidget* w, const char* name) {
     T* c = w->findChild<T*>(name);
@@ -129,6 +136,16 @@ struct Desk {
         d.native_dialogs = false;
         return d;
     }
+    // The debugger waiting for a button, at line `num` when one is given.
+    std::function<QWidget*()> debugger_waits(const char* num = nullptr) {
+        return [this, num]() -> QWidget* {
+            DebugForm* w = host.debug_form();
+            return exposed(w) && w->state_label->text() == "Wait" &&
+                           (!num || w->num_label->text() == num)
+                       ? w
+                       : nullptr;
+        };
+    }
     int run(const std::string& script, const std::string& command = "job.prg") {
         h.files->files["job.prg"] = script;
         Engine engine(host, h.platform, standard_language());
@@ -159,16 +176,11 @@ class QtWindows : public QObject {
             shot(w, "output-pause");
             click(w, "cmdAbout");
         });
-        d.driver.when(
-            [] {
-                auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-                return box && exposed(box) ? box : nullptr;
-            },
-            [](QWidget* w) {
-                QVERIFY(static_cast<QMessageBox*>(w)->text().contains("Quiller v0.1.0"));
-                shot(w, "about");
-                static_cast<QMessageBox*>(w)->accept();
-            });
+        d.driver.when(modal_of_class<QMessageBox>, [](QWidget* w) {
+            QVERIFY(static_cast<QMessageBox*>(w)->text().contains("Quiller v0.1.0"));
+            shot(w, "about");
+            static_cast<QMessageBox*>(w)->accept();
+        });
         d.driver.when_modal("DisplayForm", [](QWidget* w) {
             QTest::keyClick(w, Qt::Key_Return);  // OK is the default button
         });
@@ -236,15 +248,7 @@ class QtWindows : public QObject {
             "sub main\n debug on\n if 1 = 1\n  set $a$ 5\n endif\n print $a$\n print two\n"
             "endsub\n";
         Desk d;
-        const auto stop_at = [&d](const char* num) {
-            return [&d, num]() -> QWidget* {
-                DebugForm* w = d.host.debug_form();
-                return exposed(w) && w->num_label->text() == num && w->state_label->text() == "Wait"
-                           ? w
-                           : nullptr;
-            };
-        };
-        d.driver.when(stop_at("3"), [](QWidget* w) {
+        d.driver.when(d.debugger_waits("3"), [](QWidget* w) {
             auto* f = static_cast<DebugForm*>(w);
             QCOMPARE(w->windowTitle(), QString("Quiller v0.1.0 Debug"));
             QCOMPARE(f->prg_list->item(3)->text(), QString("004         set $a$ 5"));
@@ -252,9 +256,9 @@ class QtWindows : public QObject {
             QCOMPARE(f->code_label->text(), QString("if 1 = 1"));
             click(w, "StepButton0");
         });
-        d.driver.when(stop_at("4"), [](QWidget* w) { click(w, "StepButton0"); });
-        d.driver.when(stop_at("5"), [](QWidget* w) { click(w, "StepButton0"); });
-        d.driver.when(stop_at("6"), [](QWidget* w) {
+        d.driver.when(d.debugger_waits("4"), [](QWidget* w) { click(w, "StepButton0"); });
+        d.driver.when(d.debugger_waits("5"), [](QWidget* w) { click(w, "StepButton0"); });
+        d.driver.when(d.debugger_waits("6"), [](QWidget* w) {
             auto* f = static_cast<DebugForm*>(w);
             QCOMPARE(f->var_list->findItems("a = 5", Qt::MatchExactly).size(), 1);
             QCOMPARE(f->code_label->text(), QString("print 5"));
@@ -267,12 +271,7 @@ class QtWindows : public QObject {
         QCOMPARE(d.output, std::string());
 
         Desk c;
-        c.driver.when(
-            [&c]() -> QWidget* {
-                DebugForm* w = c.host.debug_form();
-                return exposed(w) && w->state_label->text() == "Wait" ? w : nullptr;
-            },
-            [](QWidget* w) { click(w, "StepButton2"); });  // Continue
+        c.driver.when(c.debugger_waits(), [](QWidget* w) { click(w, "StepButton2"); });  // Continue
         c.driver.when_modal("DisplayForm", [&c](QWidget* w) {
             QVERIFY(!c.host.debug_form()->isVisible());  // hidden once the run went on
             click(w, "OKButton");
@@ -296,15 +295,7 @@ class QtWindows : public QObject {
             shot(w, "error-warning");
             click(w, "DebugButton");
         });
-        d.driver.when(
-            [&d]() -> QWidget* {
-                DebugForm* w = d.host.debug_form();
-                return exposed(w) && w->state_label->text() == "Wait" ? w : nullptr;
-            },
-            [](QWidget* w) {
-                QCOMPARE(static_cast<DebugForm*>(w)->num_label->text(), QString("4"));
-                click(w, "StepButton1");
-            });
+        d.driver.when(d.debugger_waits("4"), [](QWidget* w) { click(w, "StepButton1"); });
         QCOMPARE(d.run("sub main\n print 50%\n bogus\n print never\nendsub\n"), 0);
         QVERIFY(d.driver.done());
 
@@ -327,22 +318,14 @@ class QtWindows : public QObject {
             shot(w, "choose-script");
             click(w, "BrowseButton");
         });
-        d.driver.when(
-            [] {
-                return QApplication::activeModalWidget() &&
-                               qobject_cast<QFileDialog*>(QApplication::activeModalWidget()) &&
-                               exposed(QApplication::activeModalWidget())
-                           ? QApplication::activeModalWidget()
-                           : nullptr;
-            },
-            [](QWidget* w) {
-                shot(w, "choose-script-browse");
-                auto* dialog = static_cast<QFileDialog*>(w);
-                QVERIFY(dialog->nameFilters().front().contains("*.prg"));
-                auto* name = child<QLineEdit>(dialog, "fileNameEdit");
-                name->setText("picked.prg");
-                QTest::keyClick(name, Qt::Key_Return);
-            });
+        d.driver.when(modal_of_class<QFileDialog>, [](QWidget* w) {
+            shot(w, "choose-script-browse");
+            auto* dialog = static_cast<QFileDialog*>(w);
+            QVERIFY(dialog->nameFilters().front().contains("*.prg"));
+            auto* name = child<QLineEdit>(dialog, "fileNameEdit");
+            name->setText("picked.prg");
+            QTest::keyClick(name, Qt::Key_Return);
+        });
         d.driver.when_modal("ErrorForm", [](QWidget* w) {
             QVERIFY(child<QLineEdit>(w, "FileName")->text().endsWith("/picked.prg"));
             click(w, "OKButton");
