@@ -98,54 +98,29 @@ endsub
 ' Draws random $param[1]$ $param[4]$ times: $inside$ counts the whole numbers from $param[2]$
 ' to $param[3]$, $seen$ how many of the values 1 to 6 came up.
 sub draws
-  set $n$ $param[1]$
-  set $low$ $param[2]$
-  set $high$ $param[3]$
-  set $times$ $param[4]$
   set $inside$ 0
-  set $s1$ 0
-  set $s2$ 0
-  set $s3$ 0
-  set $s4$ 0
-  set $s5$ 0
-  set $s6$ 0
+  set $v$ 1
+  while $v$ <= 6
+    set $came[v]$ 0
+    set $v$ $v$ + 1
+  endwhile
   set $i$ 0
-  while $i$ < $times$
-    set $r$ random $n$
-    set $v$ $low$
-    while $v$ <= $high$
+  while $i$ < $param[4]$
+    set $r$ random $param[1]$
+    set $v$ $param[2]$
+    while $v$ <= $param[3]$
       if $r$ = $v$
         set $inside$ $inside$ + 1
       endif
       set $v$ $v$ + 1
     endwhile
-    call mark $r$
+    set $came[r]$ 1
     set $i$ $i$ + 1
   endwhile
-  set $seen$ $s1$ + $s2$
-  set $seen$ $seen$ + $s3$
-  set $seen$ $seen$ + $s4$
-  set $seen$ $seen$ + $s5$
-  set $seen$ $seen$ + $s6$
-endsub
-
-sub mark
-  if $param[1]$ = 1
-    set $s1$ 1
-  endif
-  if $param[1]$ = 2
-    set $s2$ 1
-  endif
-  if $param[1]$ = 3
-    set $s3$ 1
-  endif
-  if $param[1]$ = 4
-    set $s4$ 1
-  endif
-  if $param[1]$ = 5
-    set $s5$ 1
-  endif
-  if $param[1]$ = 6
-    set $s6$ 1
-  endif
+  set $seen$ 0
+  set $v$ 1
+  while $v$ <= 6
+    set $seen$ $seen$ + $came[v]$
+    set $v$ $v$ + 1
+  endwhile
 endsub
