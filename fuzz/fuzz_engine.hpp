@@ -1,6 +1,7 @@
 // An engine for fuzzing: a host that answers everything at once and stops a run after a fixed
 // number of lines (through the debugger hook, so endless loops end), over in-memory files and
-// registry and services that do nothing (no program starts, no network, no file operations).
+// registry and services that do nothing (no program starts, no network; the in-memory files have
+// no tree operations).
 #pragma once
 
 #include <memory>
@@ -72,42 +73,6 @@ class NoNetwork final : public Network {
     }
 };
 
-class NoFileOperations final : public FileOperations {
-  public:
-    std::optional<FileEntry> entry(const std::string&, int& error) override { return none(error); }
-    std::optional<std::vector<FileEntry>> list(const std::string&, int& error) override {
-        error = 2;
-        return std::nullopt;
-    }
-    bool not_found(int error) override { return error == 2; }
-    bool same_file(const std::string& a, const std::string& b) override { return a == b; }
-    std::string resolve(const std::string& path) override { return path; }
-    std::vector<std::string> home_directories() override { return {}; }
-    bool copy_file(const std::string&, const std::string&, int& error) override {
-        return fail(error);
-    }
-    bool remove_file(const std::string&, int& error) override { return fail(error); }
-    bool make_directory(const std::string&, int& error) override { return fail(error); }
-    bool remove_directory(const std::string&, int& error) override { return fail(error); }
-    bool remove_tree(const std::string&, std::string&, int& error) override { return fail(error); }
-    bool rename(const std::string&, const std::string&, int& error) override { return fail(error); }
-    AttributeResult set_attributes(const std::string&, std::uint32_t, std::uint32_t,
-                                   int& error) override {
-        error = 2;
-        return AttributeResult::Failed;
-    }
-
-  private:
-    static std::optional<FileEntry> none(int& error) {
-        error = 2;
-        return std::nullopt;
-    }
-    static bool fail(int& error) {
-        error = 2;
-        return false;
-    }
-};
-
 // The platform of one fuzzed run; `files` holds the in-memory files.
 struct FuzzPlatform {
     Platform platform;
@@ -122,7 +87,6 @@ struct FuzzPlatform {
         platform.registry = make_memory_registry_store();
         platform.processes = std::make_unique<NoProcesses>();
         platform.network = std::make_unique<NoNetwork>();
-        platform.file_operations = std::make_unique<NoFileOperations>();
     }
 };
 

@@ -9,7 +9,6 @@
 #include "engine/registry_engine.hpp"
 #include "expr/functions.hpp"
 #include "os/directory_reader.hpp"
-#include "os/mirror_files.hpp"
 #include "sync/adjust.hpp"
 #include "sync/executor.hpp"
 #include "sync/scan.hpp"
@@ -46,7 +45,7 @@ std::string name_safe(std::string label) {
 }
 
 class NoObserver final : public sync::ExecutionObserver {
-    void action_ended(const sync::Action&, std::string_view, int) override {}
+    void action_ended(const sync::Action&, std::string_view, const Status&) override {}
     void between_actions(std::int64_t, std::string_view) override {}
 };
 
@@ -65,9 +64,9 @@ class Adjustment {
   private:
     bool is_directory(const std::string& path);
     bool scan(const std::string& root, sync::Listing& listing);
-    void warn(const std::string& message, int error = 0) {
+    void warn(const std::string& message, const Status& error = {}) {
         e_.report_error(message, Severity::Warning,
-                        error ? e_.platform().files->error_text(error) : std::string());
+                        error.ok() ? std::string() : error.error().shown());
     }
     void line(const std::string& text) {
         if (!e_.quiet()) statements::activity_line(e_, text);
@@ -86,24 +85,22 @@ std::string Adjustment::run() {
         return {};
     }
     if (!is_directory(master_) || !is_directory(copy_)) return {};
-    int error = 0;
-    FileOperations& ops = *e_.platform().file_operations;
-    if (!ops.entry(base_, error) && ops.not_found(error)) {
+    FileSystem& files = *e_.platform().files;
+    if (const auto base = files.entry(base_); !base && base.error().kind == ErrorKind::NotFound) {
         warn(std::string(kTag) + quoted(base_) +
              " does not exist yet: this is the first run, so nothing was adjusted. It will "
              "exist after the first dirscan of " +
              quoted(copy_) + ".");
         return "0";
     }
-    error = 0;
     line("--- adjustmaster " + master_ + " (" + label1_ + ") with " + copy_ + " (" + label2_ + ")" +
          value::format_date(e_.platform().clock->now(), "  (mmm d hh:nn:ss)"));
     sync::ScanFileEvents events;
     events.warning = [&](const std::string& message) { warn(message); };
-    if (!sync::read_scan_file(*e_.platform().files, base_, events, b_, error)) {
+    if (const Status s = sync::read_scan_file(files, base_, events, b_); !s) {
         warn(std::string(kTag) + "The scan file " + quoted(base_) +
                  " can't be read; nothing was changed.",
-             error);
+             s);
         return {};
     }
     sync::sort_listing(b_, [this] { e_.host().process_events(); });
@@ -134,10 +131,10 @@ std::string Adjustment::run() {
 }
 
 bool Adjustment::is_directory(const std::string& path) {
-    int error = 0;
-    const auto entry = e_.platform().file_operations->entry(path, error);
+    const Result<FileEntry> entry = e_.platform().files->entry(path);
     if (entry && entry->directory) return true;
-    warn(std::string(kTag) + quoted(path) + " is not a directory; nothing was changed.", error);
+    warn(std::string(kTag) + quoted(path) + " is not a directory; nothing was changed.",
+         entry.status());
     return false;
 }
 
@@ -184,14 +181,12 @@ std::string Adjustment::describe(const AdjustStep& s) const {
 }
 
 void Adjustment::execute(const sync::AdjustPlan& plan) {
-    const auto files = make_mirror_files();
     NoObserver quiet;
-    sync::Executor executor({c_, copy_}, {m_, master_}, *e_.platform().file_operations, *files,
-                            quiet);
+    sync::Executor executor({c_, copy_}, {m_, master_}, *e_.platform().files, quiet);
     std::int64_t done = 0, failed = 0;
     for (const AdjustStep& s : plan.steps) {
         const std::string path = sync::join_path(master_, s.name);
-        int error = 0;
+        Status error;
         switch (s.kind) {
             case AdjustKind::Md:
                 error = executor.make_directory(path);
@@ -206,7 +201,7 @@ void Adjustment::execute(const sync::AdjustPlan& plan) {
                 error = executor.copy(sync::join_path(copy_, c_.name(s.copy)), path);
                 break;
         }
-        if (error) {
+        if (!error) {
             ++failed;
             warn(std::string(kTag) + "Couldn't " + describe(s) + ".", error);
         } else {

@@ -7,7 +7,6 @@
 #include "bindings/dircopy_report.hpp"
 #include "engine/engine.hpp"
 #include "engine/registry_engine.hpp"
-#include "os/mirror_files.hpp"
 #include "sync/actions.hpp"
 #include "sync/executor.hpp"
 #include "sync/scan.hpp"
@@ -84,10 +83,12 @@ class Dircopy {
     void preview(const sync::ActionList& list, sync::Executor& executor);
     bool space_fits(std::int64_t required);
     void execute(const sync::ActionList& list, bool deletions);
-    void refuse(const std::string& message, int error = 0) { report_.warn(message, error); }
+    void refuse(const std::string& message, const Status& error = {}) {
+        report_.warn(message, error);
+    }
 
     Engine& e_;
-    FileOperations& ops_;
+    FileSystem& files_;
     const Slots& slots_;
     bool nosub_, progress_, meter_, ask_, preview_;
     DircopyReport report_;
@@ -102,7 +103,7 @@ std::string progress_file_of(Engine& e, const std::string& log) {
 
 Dircopy::Dircopy(Engine& e)
     : e_(e),
-      ops_(*e.platform().file_operations),
+      files_(*e.platform().files),
       slots_(e.slots()),
       nosub_(e.has_option("nosub")),
       progress_(e.has_option("progress")),
@@ -131,7 +132,7 @@ void Dircopy::run() {
     const bool empty_source = source_.listing.order.empty() && !target_.listing.order.empty();
     if (preview_) {
         sync::Executor planner({source_.listing, source_.root}, {target_.listing, target_.root},
-                               ops_, *make_mirror_files(), report_);
+                               files_, report_);
         return preview(list, planner);
     }
     if (!confirm(list, deletions, empty_source)) return;
@@ -146,10 +147,9 @@ void Dircopy::run() {
 // ---- The two sides -----------------------------------------------------------------------
 
 bool Dircopy::open_source() {
-    int error = 0;
-    const auto entry = ops_.entry(slots_[1], error);
+    const Result<FileEntry> entry = files_.entry(slots_[1]);
     if (!entry) {
-        refuse("(dircopy) " + quoted(slots_[1]) + " is not a directory.", error);
+        refuse("(dircopy) " + quoted(slots_[1]) + " is not a directory.", entry.status());
         return false;
     }
     source_.root = slots_[1];
@@ -157,24 +157,24 @@ bool Dircopy::open_source() {
         source_.scan_file = true;
         if (!read_scan_file(source_)) return false;
     }
-    if (!ops_.list(source_.root, error)) {
-        refuse("(dircopy) The source " + quoted(source_.root) + " can't be read.", error);
+    if (const auto listed = files_.list(source_.root); !listed) {
+        refuse("(dircopy) The source " + quoted(source_.root) + " can't be read.",
+               listed.status());
         return false;
     }
     return source_.scan_file || scan(source_);
 }
 
 bool Dircopy::open_target() {
-    int error = 0;
-    const auto entry = ops_.entry(slots_[2], error);
+    const Result<FileEntry> entry = files_.entry(slots_[2]);
     target_.root = slots_[2];
     bool trusted = false;
     if (entry && !entry->directory) {
         target_file_ = slots_[2];
         target_.scan_file = true;
         if (!read_scan_file(target_)) return false;
-        const auto busy = ops_.entry(target_file_ + std::string(kBusySuffix), error);
-        const auto root = ops_.entry(target_.root, error);
+        const auto busy = files_.entry(target_file_ + std::string(kBusySuffix));
+        const auto root = files_.entry(target_.root);
         trusted = !busy && root && root->directory;
         if (!trusted) {
             // The last run into it did not finish, or its root is gone: the disk tells the truth.
@@ -184,7 +184,7 @@ bool Dircopy::open_target() {
             target_.scan_file = false;
         }
     }
-    if (nested(ops_.resolve(source_.root), ops_.resolve(target_.root))) {
+    if (nested(files_.resolve(source_.root), files_.resolve(target_.root))) {
         refuse("(dircopy) " + quoted(source_.root) + " and " + quoted(target_.root) +
                " are the same folder, or one lies inside the other.");
         return false;
@@ -195,15 +195,17 @@ bool Dircopy::open_target() {
 }
 
 bool Dircopy::make_tree(const std::string& path) {
-    int error = 0;
-    if (const auto e = ops_.entry(path, error); e && e->directory) return true;
+    if (const auto e = files_.entry(path); e && e->directory) return true;
     std::string parent = path;
     while (!parent.empty() && (parent.back() == '/' || parent.back() == '\\')) parent.pop_back();
     const std::size_t cut = parent.find_last_of("/\\");
     if (cut != std::string::npos && cut > 0 && !make_tree(parent.substr(0, cut))) return false;
-    if (ops_.make_directory(path, error)) return true;
-    if (const auto e = ops_.entry(path, error); e && e->directory) return true;
-    refuse("(dircopy) The target folder " + quoted(path) + " can't be made.", error);
+    const Status made = files_.make_directory(path);
+    if (made) return true;
+    const auto e = files_.entry(path);
+    if (e && e->directory) return true;
+    refuse("(dircopy) The target folder " + quoted(path) + " can't be made.",
+           e ? made : e.status());
     return false;
 }
 
@@ -221,8 +223,7 @@ void Dircopy::clean_listings() {
             if (l.record(r).is_folder() || !sync::is_temporary_name(sync::last_component(name)))
                 return false;
             if (side == &target_) {
-                int error = 0;
-                ops_.remove_file(sync::join_path(target_.root, name), error);
+                files_.remove_file(sync::join_path(target_.root, name));
             }
             return true;
         });
@@ -262,10 +263,9 @@ bool Dircopy::read_scan_file(Side& side) {
         report_.warn(message);
     };
     events.progress = [this](std::size_t, std::string_view) { e_.host().process_events(); };
-    int error = 0;
     const std::string path = side.root;
-    if (!sync::read_scan_file(*e_.platform().files, path, events, side.listing, error)) {
-        refuse("(dircopy) The scan file " + quoted(path) + " can't be read.", error);
+    if (const Status s = sync::read_scan_file(files_, path, events, side.listing); !s) {
+        refuse("(dircopy) The scan file " + quoted(path) + " can't be read.", s);
         return false;
     }
     side.root = side.listing.root;
@@ -278,11 +278,10 @@ bool Dircopy::read_scan_file(Side& side) {
 void Dircopy::rewrite_target_file(Listing listing) {
     listing.root = target_.root;
     listing.subfolders = !nosub_;
-    int error = 0;
-    if (!sync::write_scan_file(*e_.platform().files, target_file_, listing, error))
+    if (const Status s = sync::write_scan_file(files_, target_file_, listing); !s)
         return report_.warn(
-            "(dircopy) The scan file " + quoted(target_file_) + " can't be written.", error);
-    ops_.remove_file(target_file_ + std::string(kBusySuffix), error);
+            "(dircopy) The scan file " + quoted(target_file_) + " can't be written.", s);
+    files_.remove_file(target_file_ + std::string(kBusySuffix));
 }
 
 // ---- Before anything changes -------------------------------------------------------------
@@ -344,11 +343,9 @@ bool Dircopy::space_fits(std::int64_t required) {
 void Dircopy::execute(const sync::ActionList& list, bool deletions) {
     const std::string busy =
         target_file_.empty() ? std::string() : target_file_ + std::string(kBusySuffix);
-    int error = 0;
-    if (!busy.empty()) e_.platform().files->replace_file(busy, "", error);
-    const auto files = make_mirror_files();
-    sync::Executor executor({source_.listing, source_.root}, {target_.listing, target_.root}, ops_,
-                            *files, report_);
+    if (!busy.empty()) files_.replace_file(busy, "");
+    sync::Executor executor({source_.listing, source_.root}, {target_.listing, target_.root},
+                            files_, report_);
     report_.watch(executor.counts());
     report_.start(static_cast<std::int64_t>(list.actions.size()) - 1);
     const auto wind_up = [&](std::string_view state) {

@@ -64,8 +64,8 @@ void DircopyReport::line(std::string_view text) {
     log(text);
 }
 
-void DircopyReport::warn(std::string_view message, int error) {
-    warn(message, error ? e_.platform().files->error_text(error) : std::string());
+void DircopyReport::warn(std::string_view message, const Status& error) {
+    warn(message, error.ok() ? std::string() : error.error().shown());
 }
 
 void DircopyReport::warn(std::string_view message, const std::string& reason) {
@@ -76,7 +76,7 @@ void DircopyReport::warn(std::string_view message, const std::string& reason) {
 
 void DircopyReport::flush_log() {
     if (log_path_.empty() || log_buffer_.empty()) return;
-    if (!e_.platform().files->append_file(log_path_, log_buffer_)) {
+    if (!e_.platform().files->append_file(log_path_, log_buffer_).ok()) {
         const std::string path = std::move(log_path_);
         log_path_.clear();  // one warning, not one per line
         e_.report_error("(dircopy) Couldn't write the log '" + path + "'.", Severity::Warning);
@@ -99,14 +99,15 @@ void DircopyReport::start(std::int64_t total) {
     status("running");
 }
 
-void DircopyReport::action_ended(const sync::Action& action, std::string_view path, int error) {
+void DircopyReport::action_ended(const sync::Action& action, std::string_view path,
+                                 const Status& outcome) {
     const std::string kind(sync::kind_name(action.kind));
     current_ = path;
-    if (error == 0) return log(kind + " " + std::string(path));
+    if (outcome) return log(kind + " " + std::string(path));
     ++failed_;
     const std::string message = "(dircopy) " + kind + " '" + std::string(path) + "' failed";
-    if (++warnings_shown_ <= kWarningsShown) return warn(message, error);
-    log(message, e_.platform().files->error_text(error));
+    if (++warnings_shown_ <= kWarningsShown) return warn(message, outcome);
+    log(message, outcome.error().shown());
 }
 
 void DircopyReport::between_actions(std::int64_t done, std::string_view path) {
@@ -163,8 +164,7 @@ void DircopyReport::status(std::string_view state) {
         nl + "failed=" + std::to_string(failed_) + nl +
         "bytes=" + std::to_string(counts_ ? counts_->bytes : bytes_) + nl + "current=" + current_ +
         nl + "started=" + started_ + nl + "updated=" + stamp() + nl;
-    int error = 0;
-    e_.platform().files->replace_file(progress_path_, text, error);
+    e_.platform().files->replace_file(progress_path_, text);  // the next status tries again
 }
 
 }  // namespace quiller::statements

@@ -36,12 +36,13 @@ class DircopyReport final : public sync::ExecutionObserver {
     // A line for the display (unless quiet) and the log.
     void line(std::string_view text);
     // A warning through the error report, also logged.
-    void warn(std::string_view message, int error = 0);
+    void warn(std::string_view message, const Status& error = {});
     void warn(std::string_view message, const std::string& system_text);
 
     // Execution begins: `total` actions.
     void start(std::int64_t total);
-    void action_ended(const sync::Action& action, std::string_view path, int error) override;
+    void action_ended(const sync::Action& action, std::string_view path,
+                      const Status& outcome) override;
     void between_actions(std::int64_t done, std::string_view path) override;
     // The summary line (display and log), the last progress file; `state` is "finished" or
     // "cancelled".

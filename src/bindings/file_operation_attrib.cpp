@@ -50,20 +50,15 @@ bool read_word(std::string_view word, AttributeChange& change, bool& any) {
     return !pending;
 }
 
-void set_one(FileOperations& ops, const Match& m, const AttributeChange& change,
+void set_one(FileSystem& ops, const Match& m, const AttributeChange& change,
              Problems& problems) {
-    int error = 0;
-    switch (ops.set_attributes(m.path, change.set, change.clear, error)) {
-        case AttributeResult::Failed:
-            return problems.add("Couldn't set the attributes of " + quoted(m.path), error);
-        case AttributeResult::NotKept:
-            return problems.add(
-                "The file system of " + quoted(m.path) + " can't keep the attributes H, S, A and C",
-                error);
-        case AttributeResult::Done:
-            break;
-    }
-    const auto now = ops.entry(m.path, error);
+    const Result<AttributeOutcome> set = ops.set_attributes(m.path, change.set, change.clear);
+    if (!set) return problems.add("Couldn't set the attributes of " + quoted(m.path), set.status());
+    if (set->result == AttributeResult::NotKept)
+        return problems.add(
+            "The file system of " + quoted(m.path) + " can't keep the attributes H, S, A and C",
+            set->why);
+    const Result<FileEntry> now = ops.entry(m.path);
     if (!now) return;
     const std::uint32_t stuck = (change.set & ~now->attributes) | (change.clear & now->attributes);
     if (stuck)  // such as a POSIX name beginning with ".", which is always hidden
@@ -87,7 +82,7 @@ std::optional<AttributeChange> parse_attribute_flags(const std::vector<std::stri
     return change;
 }
 
-void run_setattrib(Engine& e, FileOperations& ops) {
+void run_setattrib(Engine& e, FileSystem& ops) {
     const Slots& s = e.slots();
     Problems problems("setattrib");
     std::vector<std::string_view> words;
@@ -103,8 +98,8 @@ void run_setattrib(Engine& e, FileOperations& ops) {
         return problems.report(e);
     }
     Selection sel = select(ops, s[1]);
-    if (sel.matches.empty() && (!sel.wildcard || sel.error))
-        add_unreadable(problems, ops, sel.wildcard ? split(s[1]).directory : s[1], sel.error);
+    if (sel.matches.empty() && (!sel.wildcard || !sel.error.ok()))
+        add_unreadable(problems, sel.wildcard ? split(s[1]).directory : s[1], sel.error);
     else if (sel.matches.empty())
         problems.add("Nothing matches " + quoted(s[1]));
     for (const Match& m : sel.matches) set_one(ops, m, *change, problems);

@@ -14,10 +14,10 @@ struct CopyItem {
 };
 
 // The files the source names; directories are never copied.
-std::vector<Match> source_files(FileOperations& ops, std::string_view source, Problems& problems) {
+std::vector<Match> source_files(FileSystem& ops, std::string_view source, Problems& problems) {
     Selection s = select(ops, source);
-    if (s.matches.empty() && (!s.wildcard || s.error)) {
-        add_unreadable(problems, ops, s.wildcard ? split(source).directory : source, s.error);
+    if (s.matches.empty() && (!s.wildcard || !s.error.ok())) {
+        add_unreadable(problems, s.wildcard ? split(source).directory : source, s.error);
         return {};
     }
     if (!s.wildcard && s.matches.front().entry.directory) {
@@ -30,10 +30,9 @@ std::vector<Match> source_files(FileOperations& ops, std::string_view source, Pr
 }
 
 // Source and target of every copy: into the target when it is a directory, else to its name.
-std::vector<CopyItem> plan(FileOperations& ops, const std::vector<Match>& files, bool wildcard,
+std::vector<CopyItem> plan(FileSystem& ops, const std::vector<Match>& files, bool wildcard,
                            std::string_view target, Problems& problems) {
-    int error = 0;
-    const auto t = ops.entry(std::string(target), error);
+    const Result<FileEntry> t = ops.entry(std::string(target));
     if (t && t->directory) {
         const std::string dir(strip_trailing_separators(target));
         std::vector<CopyItem> items;
@@ -43,7 +42,7 @@ std::vector<CopyItem> plan(FileOperations& ops, const std::vector<Match>& files,
     }
     const bool wants_directory = wildcard || is_separator(target.back());
     if (wants_directory && !t)
-        problems.add("Target directory " + quoted(target) + " not found", error);
+        problems.add("Target directory " + quoted(target) + " not found", t.status());
     else if (wants_directory)
         problems.add(quoted(target) + " is not a directory");
     else
@@ -51,17 +50,16 @@ std::vector<CopyItem> plan(FileOperations& ops, const std::vector<Match>& files,
     return {};
 }
 
-void copy_one(FileOperations& ops, const CopyItem& item, Problems& problems) {
+void copy_one(FileSystem& ops, const CopyItem& item, Problems& problems) {
     if (ops.same_file(item.from, item.to))
         return problems.add(quoted(item.from) + " can't be copied onto itself");
-    int error = 0;
-    if (const auto t = ops.entry(item.to, error)) {
+    if (const Result<FileEntry> t = ops.entry(item.to)) {
         if (t->directory) return problems.add(quoted(item.to) + " is a directory");
         if (t->attributes & kAttrReadOnly)
             return problems.add(quoted(item.to) + " is read-only and was not overwritten");
     }
-    if (!ops.copy_file(item.from, item.to, error))
-        problems.add("Couldn't copy " + quoted(item.from) + " to " + quoted(item.to), error);
+    if (const Status s = ops.copy_file(item.from, item.to); !s)
+        problems.add("Couldn't copy " + quoted(item.from) + " to " + quoted(item.to), s);
 }
 
 // The progress window of an animated copy: one step per file.
@@ -101,7 +99,7 @@ class CopyProgress {
 
 }  // namespace
 
-void run_copy(Engine& e, FileOperations& ops) {
+void run_copy(Engine& e, FileSystem& ops) {
     const std::string source = e.slots()[1];
     const std::string target = e.slots()[2];
     Problems problems("copy");

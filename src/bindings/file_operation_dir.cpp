@@ -15,7 +15,7 @@ constexpr std::size_t kSizeWidth = 18;
 
 struct Listing {
     Engine& e;
-    FileOperations& ops;
+    FileSystem& ops;
     Problems& problems;
     std::string pattern;
     char separator;
@@ -33,9 +33,8 @@ void print_line(Engine& e, const std::string& line) {
 
 // The entries of one directory that match, each followed by its own content under "sub".
 void list_directory(Listing& l, const std::string& directory, const std::string& prefix) {
-    int error = 0;
-    auto entries = l.ops.list(directory.empty() ? "." : directory, error);
-    if (!entries) return add_unreadable(l.problems, l.ops, directory, error);
+    auto entries = l.ops.list(directory.empty() ? "." : directory);
+    if (!entries) return add_unreadable(l.problems, directory, entries.status());
     std::sort(entries->begin(), entries->end(),
               [](const FileEntry& a, const FileEntry& b) { return name_before(a.name, b.name); });
     l.e.host().process_events();
@@ -69,7 +68,7 @@ std::string listing_line(const FileEntry& entry, std::string_view shown_name) {
 
 // A directory lists its content; otherwise the last component is a name pattern in the
 // directory before it (a plain name matches itself, ignoring case, and must match something).
-void run_dir(Engine& e, FileOperations& ops) {
+void run_dir(Engine& e, FileSystem& ops) {
     const std::string written = e.slots()[1].empty() ? "." : e.slots()[1];
     const std::string path(strip_trailing_separators(written));
     Problems problems("dir");
@@ -82,14 +81,14 @@ void run_dir(Engine& e, FileOperations& ops) {
               e.has_option("dirsonly")};
     const PathSplit parts = split(path);
     const bool plain = !has_wildcard(parts.name);
-    int error = 0;
-    const auto entry = plain ? ops.entry(path, error) : std::nullopt;
-    if (entry && entry->directory) {
+    const Result<FileEntry> entry = plain ? ops.entry(path) : Result<FileEntry>(FileEntry{});
+    if (plain && entry && entry->directory) {
         list_directory(l, path, {});
     } else {
         l.pattern = parts.name;
         list_directory(l, parts.directory, {});
-        if (plain && l.shown == 0 && problems.empty()) add_unreadable(problems, ops, path, error);
+        if (plain && l.shown == 0 && problems.empty())
+            add_unreadable(problems, path, entry.status());
     }
     problems.report(e);
 }

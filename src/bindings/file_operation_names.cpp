@@ -9,22 +9,23 @@ namespace quiller::fileops {
 namespace {
 
 // Makes `path` and every missing directory above it; an existing directory is fine.
-bool make_path(FileOperations& ops, const std::string& path, Problems& problems, int depth = 0) {
-    int error = 0;
-    if (const auto entry = ops.entry(path, error)) {
-        if (entry->directory) return true;
+bool make_path(FileSystem& ops, const std::string& path, Problems& problems, int depth = 0) {
+    const Result<FileEntry> existing = ops.entry(path);
+    if (existing) {
+        if (existing->directory) return true;
         problems.add(quoted(path) + " exists and is not a directory");
         return false;
     }
     const std::string parent = split(path).directory;
-    if (ops.not_found(error) && !parent.empty() && parent != path && depth < 4096 &&
+    if (existing.error().kind == ErrorKind::NotFound && !parent.empty() && parent != path &&
+        depth < 4096 &&
         !make_path(ops, std::string(strip_trailing_separators(parent)), problems, depth + 1))
         return false;
-    if (ops.make_directory(path, error)) return true;
-    int again = 0;
-    const auto entry = ops.entry(path, again);  // made meanwhile, or "dir/.." of a new "dir"
+    const Status made = ops.make_directory(path);
+    if (made) return true;
+    const auto entry = ops.entry(path);  // made meanwhile, or "dir/.." of a new "dir"
     if (entry && entry->directory) return true;
-    problems.add("Couldn't create " + quoted(path), error);
+    problems.add("Couldn't create " + quoted(path), made);
     return false;
 }
 
@@ -36,12 +37,11 @@ std::string new_path(std::string_view old_path, std::string_view new_name) {
 }
 
 // Why `from` can't become `to`, or empty.
-std::string rename_refusal(FileOperations& ops, const FileEntry& old_entry, const std::string& from,
+std::string rename_refusal(FileSystem& ops, const FileEntry& old_entry, const std::string& from,
                            const std::string& to) {
-    int error = 0;
     // A new spelling of the same name (its case, where names ignore case) is no clash.
     const bool same = text::iequals(from, to) && ops.same_file(from, to);
-    if (!same && ops.entry(to, error)) return quoted(to) + " already exists";
+    if (!same && ops.entry(to)) return quoted(to) + " already exists";
     if (!old_entry.directory || old_entry.link) return {};
     if (const std::string reason = protected_reason(ops, from); !reason.empty())
         return quoted(from) + " was not renamed: " + reason;
@@ -52,7 +52,7 @@ std::string rename_refusal(FileOperations& ops, const FileEntry& old_entry, cons
 
 }  // namespace
 
-void run_md(Engine& e, FileOperations& ops) {
+void run_md(Engine& e, FileSystem& ops) {
     const std::string path(strip_trailing_separators(e.slots()[1]));
     Problems problems("md");
     if (path.empty())
@@ -64,7 +64,7 @@ void run_md(Engine& e, FileOperations& ops) {
     problems.report(e);
 }
 
-void run_rename(Engine& e, FileOperations& ops) {
+void run_rename(Engine& e, FileSystem& ops) {
     const std::string from(strip_trailing_separators(e.slots()[1]));
     const std::string to_name(strip_trailing_separators(e.slots()[2]));
     Problems problems("rename");
@@ -76,16 +76,15 @@ void run_rename(Engine& e, FileOperations& ops) {
         problems.add(quoted(from) + " was not renamed: wildcards are not allowed here");
         return problems.report(e);
     }
-    int error = 0;
-    const auto old_entry = ops.entry(from, error);
+    const Result<FileEntry> old_entry = ops.entry(from);
     const std::string to = new_path(from, to_name);
     if (!old_entry) {
-        add_unreadable(problems, ops, from, error);
+        add_unreadable(problems, from, old_entry.status());
     } else if (const std::string refusal = rename_refusal(ops, *old_entry, from, to);
                !refusal.empty()) {
         problems.add(refusal);
-    } else if (!ops.rename(from, to, error)) {
-        problems.add("Couldn't rename " + quoted(from) + " to " + quoted(to), error);
+    } else if (const Status s = ops.rename(from, to); !s) {
+        problems.add("Couldn't rename " + quoted(from) + " to " + quoted(to), s);
     }
     problems.report(e);
 }

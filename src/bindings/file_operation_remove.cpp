@@ -8,11 +8,11 @@
 namespace quiller::fileops {
 namespace {
 
-void delete_one(FileOperations& ops, const Match& m, Problems& problems) {
+void delete_one(FileSystem& ops, const Match& m, Problems& problems) {
     if (!m.entry.link && (m.entry.attributes & kAttrReadOnly))
         return problems.add(quoted(m.path) + " is read-only and was not deleted");
-    int error = 0;
-    if (!ops.remove_file(m.path, error)) problems.add("Couldn't delete " + quoted(m.path), error);
+    if (const Status s = ops.remove_file(m.path); !s)
+        problems.add("Couldn't delete " + quoted(m.path), s);
 }
 
 // "." and ".." name a directory through another one; removing them is refused.
@@ -24,13 +24,12 @@ bool names_relative_step(std::string_view path) {
 }
 
 // Why `path` can't be removed by `rd`, or empty.
-std::string rd_refusal(FileOperations& ops, std::string_view path, Problems& problems) {
+std::string rd_refusal(FileSystem& ops, std::string_view path, Problems& problems) {
     if (has_wildcard(path)) return "wildcards are not allowed here";
     if (is_root(path)) return "it is a root directory";
-    int error = 0;
-    const auto entry = ops.entry(std::string(path), error);
+    const Result<FileEntry> entry = ops.entry(std::string(path));
     if (!entry) {
-        add_unreadable(problems, ops, path, error);
+        add_unreadable(problems, path, entry.status());
         return {};
     }
     if (!entry->directory) return "it is not a directory";
@@ -40,7 +39,7 @@ std::string rd_refusal(FileOperations& ops, std::string_view path, Problems& pro
 
 }  // namespace
 
-void run_del(Engine& e, FileOperations& ops) {
+void run_del(Engine& e, FileSystem& ops) {
     const std::string pattern = e.slots()[1];
     Problems problems("del");
     if (pattern.empty()) {
@@ -48,8 +47,8 @@ void run_del(Engine& e, FileOperations& ops) {
         return problems.report(e);
     }
     Selection s = select(ops, pattern);
-    if (s.matches.empty() && (!s.wildcard || s.error)) {
-        add_unreadable(problems, ops, s.wildcard ? split(pattern).directory : pattern, s.error);
+    if (s.matches.empty() && (!s.wildcard || !s.error.ok())) {
+        add_unreadable(problems, s.wildcard ? split(pattern).directory : pattern, s.error);
     } else if (!s.wildcard && s.matches.front().entry.directory) {
         problems.add(quoted(pattern) + " is a directory, not a file");
     } else {
@@ -63,20 +62,19 @@ void run_del(Engine& e, FileOperations& ops) {
     problems.report(e);
 }
 
-void run_rd(Engine& e, FileOperations& ops) {
+void run_rd(Engine& e, FileSystem& ops) {
     const std::string path(strip_trailing_separators(e.slots()[1]));
     Problems problems("rd");
     if (path.empty()) problems.add("A directory name is needed");
     const std::string refusal = path.empty() ? "" : rd_refusal(ops, path, problems);
     if (!refusal.empty()) problems.add(quoted(path) + " was not removed: " + refusal);
     if (!problems.empty()) return problems.report(e);
-    int error = 0;
     std::string failed;
     if (e.has_option("severe")) {
-        if (!ops.remove_tree(path, failed, error))
-            problems.add("Couldn't remove " + quoted(failed), error);
-    } else if (!ops.remove_directory(path, error)) {
-        problems.add("Couldn't remove " + quoted(path), error);
+        if (const Status s = ops.remove_tree(path, failed); !s)
+            problems.add("Couldn't remove " + quoted(failed), s);
+    } else if (const Status s = ops.remove_directory(path); !s) {
+        problems.add("Couldn't remove " + quoted(path), s);
     }
     problems.report(e);
 }

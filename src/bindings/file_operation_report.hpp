@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "os/system_error.hpp"
+
 namespace quiller {
 class Engine;
 }
@@ -15,8 +17,8 @@ class Problems {
   public:
     explicit Problems(std::string_view tag) : tag_(tag) {}
 
-    // A problem; `error` is the platform's code (0 when the message says everything).
-    void add(std::string message, int error = 0);
+    // A problem, with the error behind it (none when the message says everything).
+    void add(std::string message, const Status& error = {});
     bool empty() const { return count_ == 0; }
 
     // One warning: "(tag) " + the first problem, + " (and N more)" when there were others, with
@@ -26,7 +28,7 @@ class Problems {
   private:
     std::string tag_;
     std::string first_;
-    int error_ = 0;
+    std::string platform_text_;  // the first problem's
     int count_ = 0;
 };
 

@@ -7,26 +7,28 @@
 namespace quiller::fileops {
 namespace {
 
-Selection one_entry(FileOperations& ops, std::string_view path) {
+Selection one_entry(FileSystem& ops, std::string_view path) {
     Selection s;
-    int error = 0;
-    if (auto e = ops.entry(std::string(path), error))
+    if (auto e = ops.entry(std::string(path)))
         s.matches.push_back({std::string(path), std::move(*e)});
     else
-        s.error = error;
+        s.error = e.status();
     return s;
 }
 
 }  // namespace
 
-Selection select(FileOperations& ops, std::string_view path) {
+Selection select(FileSystem& ops, std::string_view path) {
     path = strip_trailing_separators(path);
     const PathSplit parts = split(path);
     if (!has_wildcard(parts.name)) return one_entry(ops, path);
     Selection s;
     s.wildcard = true;
-    const auto entries = ops.list(parts.directory.empty() ? "." : parts.directory, s.error);
-    if (!entries) return s;
+    const auto entries = ops.list(parts.directory.empty() ? "." : parts.directory);
+    if (!entries) {
+        s.error = entries.status();
+        return s;
+    }
     const char separator = separator_of(path);
     for (const FileEntry& e : *entries)
         if (wildcard_match(parts.name, e.name))
@@ -37,14 +39,14 @@ Selection select(FileOperations& ops, std::string_view path) {
     return s;
 }
 
-void add_unreadable(Problems& problems, FileOperations& ops, std::string_view path, int error) {
-    if (error == 0 || ops.not_found(error))
+void add_unreadable(Problems& problems, std::string_view path, const Status& error) {
+    if (error.ok() || error.error().kind == ErrorKind::NotFound)
         problems.add(quoted(path) + " not found", error);
     else
         problems.add("Couldn't read " + quoted(path), error);
 }
 
-std::string protected_reason(FileOperations& ops, std::string_view path) {
+std::string protected_reason(FileSystem& ops, std::string_view path) {
     if (is_root(path)) return "it is a root directory";
     const std::string resolved = ops.resolve(std::string(path));
     if (resolved.empty()) return "its place can't be made out";

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "bindings/file_operation_report.hpp"
-#include "os/file_operations.hpp"
+#include "os/file_system.hpp"
 
 namespace quiller::fileops {
 
@@ -19,20 +19,20 @@ struct Match {
 struct Selection {
     bool wildcard = false;       // the last component holds "*" or "?"
     std::vector<Match> matches;  // in case-blind name order
-    int error = 0;               // why the path or its directory couldn't be read (0: it could)
+    Status error;                // why the path or its directory couldn't be read
 };
 
 // Without wildcards: the entry the path names (none when it can't be read). With wildcards in
 // the last component: the matching entries of its directory. Trailing separators don't count.
-Selection select(FileOperations& ops, std::string_view path);
+Selection select(FileSystem& ops, std::string_view path);
 
 // Why a directory must be neither removed nor renamed: a root (of the file system, a drive or a
 // share), the user's home directory, a directory that holds it, or one whose place can't be
 // made out. Links and ".." are resolved first. Empty when it may be.
-std::string protected_reason(FileOperations& ops, std::string_view path);
+std::string protected_reason(FileSystem& ops, std::string_view path);
 
 // The problem of a path that couldn't be read: "'P' not found", or "Couldn't read 'P'" when
 // the error says something else (such as a permission).
-void add_unreadable(Problems& problems, FileOperations& ops, std::string_view path, int error);
+void add_unreadable(Problems& problems, std::string_view path, const Status& error);
 
 }  // namespace quiller::fileops

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "os/file_operations.hpp"
+#include "os/file_system.hpp"
 
 namespace quiller {
 class Engine;
@@ -16,13 +16,13 @@ class Engine;
 
 namespace quiller::fileops {
 
-void run_copy(Engine& e, FileOperations& ops);
-void run_del(Engine& e, FileOperations& ops);
-void run_dir(Engine& e, FileOperations& ops);
-void run_md(Engine& e, FileOperations& ops);
-void run_rd(Engine& e, FileOperations& ops);
-void run_rename(Engine& e, FileOperations& ops);
-void run_setattrib(Engine& e, FileOperations& ops);
+void run_copy(Engine& e, FileSystem& ops);
+void run_del(Engine& e, FileSystem& ops);
+void run_dir(Engine& e, FileSystem& ops);
+void run_md(Engine& e, FileSystem& ops);
+void run_rd(Engine& e, FileSystem& ops);
+void run_rename(Engine& e, FileSystem& ops);
+void run_setattrib(Engine& e, FileSystem& ops);
 
 // Attribute bits to set and to clear.
 struct AttributeChange {

@@ -43,8 +43,8 @@
 namespace quiller::statements {
 namespace {
 
-void run(Engine& e, void (*work)(Engine&, FileOperations&)) {
-    FileOperations* ops = e.platform().file_operations.get();
+void run(Engine& e, void (*work)(Engine&, FileSystem&)) {
+    FileSystem* ops = e.platform().files.get();
     if (!ops) return e.report_not_available();
     work(e, *ops);
 }

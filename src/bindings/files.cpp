@@ -34,7 +34,7 @@ FileSystem& file_system(const FunctionCall& c) {
 }
 
 // A status that names an existing file (not a directory), or "File not found".
-FileStatus file_status(const FunctionCall& c, std::string_view path) {
+FileEntry file_status(const FunctionCall& c, std::string_view path) {
     const auto st = file_system(c).status(std::string(path));
     if (!st || (st->attributes & kAttrDirectory)) throw failures::file_not_found();
     return *st;
@@ -51,14 +51,14 @@ std::string fileopen(const FunctionCall& c) {
         mode = OpenMode::Write;
     else if (c.line_has("append"))
         mode = OpenMode::Append;
-    int error = 0;
-    auto file = file_system(c).open(std::string(c.arg(1)), mode, error);
+    auto file = file_system(c).open(std::string(c.arg(1)), mode);
     if (!file) {
+        const int error = file.error().code;
         if (error == ENOENT && mode == OpenMode::Read) throw failures::file_not_found();
         if (error == EISDIR) throw failures::path_access_error();
-        throw failures::system(file_system(c).error_text(error));
+        throw failures::system(file.error().shown());
     }
-    return std::to_string(c.engine.files().add(std::move(file), mode));
+    return std::to_string(c.engine.files().add(std::move(*file), mode));
 }
 
 // Lines come back as UTF-8; a line that isn't is read as Windows-1252.
@@ -116,14 +116,14 @@ std::string replacestringinfile(const FunctionCall& c) {
     const std::string path(c.arg(1));
     file_status(c, path);
     if (c.arg(2).empty()) return "0";
-    int error = 0;
-    const auto lock = file_system(c).lock_for_update(path, error);  // other writers wait
-    if (!lock) throw failures::system(file_system(c).error_text(error));
-    auto content = file_system(c).read_file(path, error);
-    if (!content) throw failures::system(file_system(c).error_text(error));
+    const auto lock = file_system(c).lock_for_update(path);  // other writers wait
+    if (!lock) throw failures::system(lock.error().shown());
+    auto content = file_system(c).read_file(path);
+    if (!content) throw failures::system(content.error().shown());
     const std::size_t count = text::replace_all(*content, c.arg(2), c.arg(3));
-    if (count > 0 && !file_system(c).replace_file(path, *content, error))
-        throw failures::system(file_system(c).error_text(error));
+    if (count == 0) return "0";
+    if (const Status s = file_system(c).replace_file(path, *content); !s)
+        throw failures::system(s.error().shown());
     return std::to_string(count);
 }
 

@@ -8,12 +8,20 @@
 #include "os/ini_profile.hpp"
 
 namespace quiller {
+namespace {
+
+// The run's INI files, parsed ones kept between statements.
+ini::IniFiles& ini_files(Engine& e) {
+    return e.run_state<ini::IniFiles>(*e.platform().files, *e.platform().clock);
+}
+
+}  // namespace
+
 namespace functions {
 
 // readini a1 file, a2 section, a3 key, a4 default.
 std::string readini(const FunctionCall& c) {
-    return ini::read_ini(*c.engine.platform().files, std::string(c.arg(1)), c.arg(2), c.arg(3),
-                         c.arg(4));
+    return ini_files(c.engine).read(std::string(c.arg(1)), c.arg(2), c.arg(3), c.arg(4));
 }
 
 }  // namespace functions
@@ -33,8 +41,7 @@ void set_variable(VariableTable& vars, const std::string& name, std::string_view
 void readinisection(Engine& e) {
     const std::string& file = e.slots()[1];
     VariableTable& vars = e.variables();
-    int error = 0;
-    const std::optional<std::string> bytes = e.platform().files->read_file(file, error);
+    const Result<std::string> bytes = e.platform().files->read_file(file);
     if (!bytes) {
         set_variable(vars, "readinisection[0]", "0");
         e.report_error("(ReadIniSection) Couldn't open '" + file + "'", Severity::Warning);
@@ -57,12 +64,11 @@ void writeini(Engine& e) {
         edit.kind = ini::EditKind::DeleteSection;
     else if (e.has_option("delete"))
         edit.kind = ini::EditKind::DeleteKey;
-    FileSystem& files = *e.platform().files;
     ini::WriteFailure failure;
-    if (ini::write_ini(files, s[1], edit, kLineBreak, failure)) return;
+    if (ini_files(e).write(s[1], edit, kLineBreak, failure)) return;
     const std::string step = failure.reading ? "read" : "write";
     e.report_error("(WriteIni) Couldn't " + step + " '" + s[1] + "'", Severity::Warning,
-                   files.error_text(failure.error));
+                   failure.error.shown());
 }
 
 }  // namespace statements

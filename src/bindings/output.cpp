@@ -72,12 +72,10 @@ void print(Engine& e) {
 }
 
 void printtofile(Engine& e) {
-    FileSystem& files = *e.platform().files;
-    int error = 0;
-    std::unique_ptr<OpenFile> file = files.open(e.slots()[1], OpenMode::Write, error);
-    if (!file) throw failures::system(files.error_text(error));
-    const Status written = file->write(e.output().file_image(kLineBreak));
-    const Status closed = file->close();
+    auto file = e.platform().files->open(e.slots()[1], OpenMode::Write);
+    if (!file) throw failures::system(file.error().shown());
+    const Status written = (*file)->write(e.output().file_image(kLineBreak));
+    const Status closed = (*file)->close();
     if (!written || !closed) throw failures::path_access_error();
 }
 

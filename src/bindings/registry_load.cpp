@@ -96,12 +96,10 @@ class Batch {
 }  // namespace
 
 void load_registry_file(Engine& engine, const std::string& file) {
-    FileSystem& files = *engine.platform().files;
-    int error = 0;
-    const std::optional<std::string> bytes = files.read_file(file, error);
+    const Result<std::string> bytes = engine.platform().files->read_file(file);
     if (!bytes) {
         engine.report_error("(LoadReg) Couldn't open '" + file + "'", Severity::Warning,
-                            files.error_text(error));
+                            bytes.error().shown());
         return;
     }
     RegistryOperations ops = registry_operations(engine);

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <typeindex>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "engine/file_table.hpp"
@@ -69,12 +70,13 @@ class Engine {
     OutputModel& output() { return output_; }
     FileTable& files() { return files_; }
     std::mt19937_64& random() { return random_; }
-    // State a statement domain keeps for the whole run, made on first use (the path filters of
-    // directory synchronisation); the engine knows nothing of its type.
-    template <class T>
-    T& run_state() {
+    // State a statement domain keeps for the whole run, made from `args` on first use (the path
+    // filters of directory synchronisation, the INI files read); the engine knows nothing of
+    // its type.
+    template <class T, class... Args>
+    T& run_state(Args&&... args) {
         std::shared_ptr<void>& slot = run_state_[std::type_index(typeid(T))];
-        if (!slot) slot = std::make_shared<T>();
+        if (!slot) slot = std::make_shared<T>(std::forward<Args>(args)...);
         return *static_cast<T*>(slot.get());
     }
     // The year dates written without one belong to (taken at start-up).

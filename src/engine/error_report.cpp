@@ -103,7 +103,7 @@ void Engine::write_log_record(std::string_view message, Severity severity,
                               std::string& window_note, std::string& log_problem) {
     Environment& env = *platform_.environment;
     const std::string log_name = env.temp_dir() + "ql_err.txt";
-    const std::optional<FileStatus> existing = platform_.files->status(log_name);
+    const Result<FileEntry> existing = platform_.files->status(log_name);
     if (existing && existing->size > kMaxLogSize) {
         window_note = "Maximum size reached for error log! (" + log_name + ")";
         window_note += kLineBreak;
@@ -123,10 +123,8 @@ void Engine::write_log_record(std::string_view message, Severity severity,
     if (!platform_text.empty())
         record += join_lines({"From Windows : " + std::string(platform_text)});
     // A log that can't be written must not stop the report itself; the window says why.
-    int error = 0;
-    if (!platform_.files->append_private(log_name, record, error))
-        log_problem = "The error log " + log_name + " was not written (" +
-                      platform_.files->error_text(error) +
+    if (const Status s = platform_.files->append_private(log_name, record); !s)
+        log_problem = "The error log " + log_name + " was not written (" + s.error().shown() +
                       "); it must be a regular file of your own.";
 }
 

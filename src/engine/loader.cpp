@@ -46,11 +46,10 @@ void Engine::read_prg(const std::string& file_name, int return_line) {
     script_full_ = file_name;
     script_name_ = text::split_path(file_name).file;
 
-    int error = 0;
-    std::optional<std::string> bytes = platform_.files->read_file(file_name, error);
+    Result<std::string> bytes = platform_.files->read_file(file_name);
     if (!bytes) {
         report_error("(ReadPrg) '" + file_name + "' could not be opened.", Severity::Fatal,
-                     platform_.files->error_text(error));
+                     bytes.error().shown());
         return;
     }
     std::string content = text::decode_script_text(*bytes);

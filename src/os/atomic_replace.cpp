@@ -19,11 +19,12 @@ std::atomic<unsigned> temp_counter{0};
 }  // namespace
 
 ReplacementFile::ReplacementFile(FilePrimitives& platform, std::unique_ptr<RawFile> file,
-                                 std::string temp, std::string target)
+                                 std::string temp, std::string target, bool flush)
     : platform_(platform),
       file_(std::move(file)),
       temp_(std::move(temp)),
-      target_(std::move(target)) {}
+      target_(std::move(target)),
+      flush_(flush) {}
 
 ReplacementFile::~ReplacementFile() {
     if (committed_) return;
@@ -36,9 +37,9 @@ Status ReplacementFile::write(std::string_view bytes) {
 }
 
 Status ReplacementFile::commit() {
-    Status s = file_->flush();
+    Status s = flush_ ? file_->flush() : Status();
     if (Status closed = file_->close(); s && !closed) s = closed;
-    if (s) s = platform_.rename_over(temp_, target_);
+    if (s) s = platform_.rename_over(temp_, target_, flush_);
     committed_ = s.ok();
     return s;
 }
@@ -50,19 +51,30 @@ std::string temp_name_beside(const std::string& target, int pid, unsigned n) {
            std::to_string(pid) + "-" + std::to_string(n);
 }
 
-Result<std::unique_ptr<ReplacementFile>> begin_replacement(FilePrimitives& platform,
-                                                           const std::string& path) {
-    Result<std::string> target = platform.replaceable(path);
+namespace {
+
+Result<std::unique_ptr<ReplacementFile>> begin(FilePrimitives& platform, const std::string& path,
+                                               const CopyControl& how) {
+    Result<std::string> target = platform.replaceable(path, !how.replace_link);
     if (!target) return target.error();
     for (unsigned attempt = 0;; ++attempt) {
-        std::string temp = temp_name_beside(*target, platform.process_id(), temp_counter++);
+        std::string temp = how.temp_name
+                               ? how.temp_name(*target)
+                               : temp_name_beside(*target, platform.process_id(), temp_counter++);
         auto file = platform.create_new(temp, *target);
         if (file)
             return std::make_unique<ReplacementFile>(platform, std::move(*file), std::move(temp),
-                                                     std::move(*target));
+                                                     std::move(*target), how.flush);
         if (file.error().kind != ErrorKind::Exists || attempt + 1 == kNameAttempts)
             return file.error();
     }
+}
+
+}  // namespace
+
+Result<std::unique_ptr<ReplacementFile>> begin_replacement(FilePrimitives& platform,
+                                                           const std::string& path) {
+    return begin(platform, path, {});
 }
 
 Status replace_content(FilePrimitives& platform, const std::string& path, std::string_view bytes) {
@@ -77,7 +89,8 @@ namespace {
 // The blocks of `in` to `out`, reporting and asking between blocks.
 Status copy_blocks(FilePrimitives& platform, RawFile& in, ReplacementFile& out,
                    const CopyControl& control) {
-    const auto buffer = std::make_unique<char[]>(kCopyBlock);
+    // One buffer for all copies: a mirror copies many small files.
+    thread_local const std::unique_ptr<char[]> buffer(new char[kCopyBlock]);
     std::int64_t done = 0;
     for (;;) {
         if (control.cancelled && control.cancelled()) return platform.cancelled();
@@ -97,7 +110,7 @@ Status copy_through_temp(FilePrimitives& platform, const std::string& from, cons
     auto source = platform.open_source(from);
     if (!source) return source.error();
     if ((*source)->is(to)) return platform.same_file();
-    auto target = begin_replacement(platform, to);
+    auto target = begin(platform, to, control);
     if (!target) return target.error();
     ReplacementFile& out = **target;
     if (Status s = copy_blocks(platform, **source, out, control); !s) return s;

@@ -20,13 +20,13 @@ namespace quiller {
 class ReplacementFile {
   public:
     ReplacementFile(FilePrimitives& platform, std::unique_ptr<RawFile> file, std::string temp,
-                    std::string target);
+                    std::string target, bool flush = true);
     ~ReplacementFile();
     ReplacementFile(const ReplacementFile&) = delete;
     ReplacementFile& operator=(const ReplacementFile&) = delete;
 
     Status write(std::string_view bytes);
-    // Flushes, closes and renames the temporary file over the target.
+    // Flushes (unless told not to), closes and renames the temporary file over the target.
     Status commit();
     // The temporary file itself, e.g. for taking a source's time stamp.
     RawFile& file() { return *file_; }
@@ -38,6 +38,7 @@ class ReplacementFile {
     std::unique_ptr<RawFile> file_;
     std::string temp_;
     std::string target_;
+    bool flush_;
     bool committed_ = false;
 };
 
@@ -53,10 +54,22 @@ Status replace_content(FilePrimitives& platform, const std::string& path, std::s
 
 // How a long copy reports and stops: `progress` gets the bytes copied so far after each block;
 // `cancelled` is asked before each block, and a true answer ends the copy with an error of kind
-// ErrorKind::Cancelled, the target untouched.
+// ErrorKind::Cancelled, the target untouched. The other fields serve a mirror, which copies a
+// whole tree it owns.
 struct CopyControl {
     std::function<void(std::int64_t bytes_done)> progress;
     std::function<bool()> cancelled;
+    // The copy reaches the disk before it takes the target's name. Without, the rename still
+    // keeps a half-written file from ever showing under the real name, but a crash of the whole
+    // system may leave the new name empty; a mirror of many small files, which its next run
+    // repeats, can't afford a flush per file.
+    bool flush = true;
+    // The name itself is replaced: a link at `to` gives way to the copy instead of having its
+    // target written.
+    bool replace_link = false;
+    // The temporary's name beside `to`, for a caller that recognises its own leftovers; by
+    // default temp_name_beside's.
+    std::function<std::string(const std::string& to)> temp_name;
 };
 
 // Copies a regular file through a temporary file in the target's folder that gets the source's

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "os/system_error.hpp"
+
 namespace quiller {
 
 struct DirectoryEntry {
@@ -33,6 +35,8 @@ class DirectoryReader {
     // True for an error that may go away when the folder is read again (a busy or unreachable
     // network share, no file handles left); false for one that won't (no access, not there).
     virtual bool transient(int error) const = 0;
+    // The error, with the system's text, for a code this reader gave.
+    virtual SystemError describe(int error) const = 0;
 };
 
 std::unique_ptr<DirectoryReader> make_directory_reader();

@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+#include "os/system_error.hpp"
+
 namespace quiller {
 
 class FileLock {
@@ -25,9 +27,8 @@ inline std::string lock_file_name(const std::string& path) {
     return path + ".lock";
 }
 
-// Takes the lock of `path`, waiting up to `timeout_ms`; nothing on failure (error code in
-// `error`; a lock still held by another writer after the wait gives the platform's "busy"
-// code).
-std::unique_ptr<FileLock> lock_file(const std::string& path, int timeout_ms, int& error);
+// Takes the lock of `path`, waiting up to `timeout_ms` (a lock still held by another writer
+// after the wait gives the platform's "busy" error).
+Result<std::unique_ptr<FileLock>> lock_file(const std::string& path, int timeout_ms);
 
 }  // namespace quiller

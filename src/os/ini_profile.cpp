@@ -1,7 +1,6 @@
 #include "os/ini_profile.hpp"
 
 #include <algorithm>
-#include <chrono>
 #include <memory>
 
 #include "value/text.hpp"
@@ -313,10 +312,15 @@ constexpr std::size_t kCacheSlots = 4;
 constexpr std::size_t kMaxCachedBytes = 16u << 20;
 constexpr std::int64_t kSettleSeconds = 2;
 
-struct CachedFile {
-    const FileSystem* owner = nullptr;
+bool same_status(const FileEntry& a, const FileEntry& b) {
+    return a.size == b.size && a.modified == b.modified && a.attributes == b.attributes;
+}
+
+}  // namespace
+
+struct IniFiles::CachedFile {
     std::string path;
-    FileStatus status;
+    FileEntry status;
     bool settled = false;
     bool large = false;
     std::string bytes;
@@ -324,29 +328,19 @@ struct CachedFile {
     LineFile lines;   // the others
 };
 
-using CachedPtr = std::shared_ptr<CachedFile>;
+IniFiles::IniFiles(FileSystem& files, Clock& clock) : files_(files), clock_(clock) {}
 
-std::vector<CachedPtr>& cache() {
-    static std::vector<CachedPtr> files;  // most recently used first
-    return files;
-}
+IniFiles::~IniFiles() = default;
 
 // A modification time of 0 means the file system keeps none.
-bool has_settled(const FileStatus& status, std::size_t bytes_read) {
-    using namespace std::chrono;
-    const std::int64_t now = duration_cast<seconds>(system_clock::now().time_since_epoch()).count();
-    return status.modified != 0 && now - status.modified >= kSettleSeconds &&
+bool IniFiles::has_settled(const FileEntry& status, std::size_t bytes_read) {
+    return status.modified != 0 && clock_.utc_seconds() - status.modified >= kSettleSeconds &&
            static_cast<std::int64_t>(bytes_read) == status.size;
 }
 
-bool same_status(const FileStatus& a, const FileStatus& b) {
-    return a.size == b.size && a.modified == b.modified && a.attributes == b.attributes;
-}
-
-CachedPtr parsed(FileSystem& files, const std::string& path, const FileStatus& status,
-                 std::string bytes) {
+IniFiles::CachedPtr IniFiles::parsed(const std::string& path, const FileEntry& status,
+                                     std::string bytes) {
     auto file = std::make_shared<CachedFile>();
-    file->owner = &files;
     file->path = path;
     file->status = status;
     file->settled = has_settled(status, bytes.size());
@@ -359,76 +353,63 @@ CachedPtr parsed(FileSystem& files, const std::string& path, const FileStatus& s
     return file;
 }
 
-CachedPtr keep(CachedPtr file) {
+IniFiles::CachedPtr IniFiles::keep(CachedPtr file) {
     if (file->bytes.size() > kMaxCachedBytes) return file;
-    std::vector<CachedPtr>& files = cache();
-    files.insert(files.begin(), file);
-    if (files.size() > kCacheSlots) files.pop_back();
+    cache_.insert(cache_.begin(), file);
+    if (cache_.size() > kCacheSlots) cache_.pop_back();
     return file;
 }
 
 // Takes a file's entry out of the cache.
-CachedPtr take(const FileSystem* owner, const std::string& path) {
-    std::vector<CachedPtr>& files = cache();
-    const auto it = std::find_if(files.begin(), files.end(), [&](const CachedPtr& f) {
-        return f->owner == owner && f->path == path;
-    });
-    if (it == files.end()) return nullptr;
+IniFiles::CachedPtr IniFiles::take(const std::string& path) {
+    const auto it = std::find_if(cache_.begin(), cache_.end(),
+                                 [&](const CachedPtr& f) { return f->path == path; });
+    if (it == cache_.end()) return nullptr;
     CachedPtr file = *it;
-    files.erase(it);
+    cache_.erase(it);
     return file;
 }
 
-// Drops every cached copy of a file that is about to change.
-void forget(const std::string& path) {
-    std::erase_if(cache(), [&](const CachedPtr& f) { return f->path == path; });
-}
-
 // The parsed file, from the cache when it is still current; nullptr when it can't be read.
-CachedPtr current_file(FileSystem& files, const std::string& path, const FileStatus& status) {
-    CachedPtr file = take(&files, path);
+IniFiles::CachedPtr IniFiles::current_file(const std::string& path, const FileEntry& status) {
+    CachedPtr file = take(path);
     if (file && !same_status(file->status, status)) file = nullptr;
     if (file && file->settled) return keep(file);
-    int error = 0;
-    std::optional<std::string> bytes = files.read_file(path, error);
+    Result<std::string> bytes = files_.read_file(path);
     if (!bytes) return nullptr;
     if (file && *bytes == file->bytes) {
         file->settled = has_settled(status, bytes->size());
         return keep(file);
     }
-    return keep(parsed(files, path, status, std::move(*bytes)));
+    return keep(parsed(path, status, std::move(*bytes)));
 }
 
-}  // namespace
-
-std::string read_ini(FileSystem& files, const std::string& path, std::string_view section,
-                     std::string_view key, std::string_view fallback) {
-    const std::optional<FileStatus> status = files.status(path);
-    const CachedPtr file = status ? current_file(files, path, *status) : nullptr;
+std::string IniFiles::read(const std::string& path, std::string_view section, std::string_view key,
+                           std::string_view fallback) {
+    const Result<FileEntry> status = files_.status(path);
+    const CachedPtr file = status ? current_file(path, *status) : nullptr;
     if (!file) return profile_string(Profile{}, section, key, fallback);
     if (!file->large) return profile_string(file->profile, section, key, fallback);
     const std::optional<std::string_view> value = line_reader_value(file->lines, section, key);
     return value ? std::string(*value) : std::string(fallback);
 }
 
-bool write_ini(FileSystem& files, const std::string& path, const ProfileEdit& edit,
-               std::string_view new_file_break, WriteFailure& failure) {
-    forget(path);
+bool IniFiles::write(const std::string& path, const ProfileEdit& edit,
+                     std::string_view new_file_break, WriteFailure& failure) {
+    take(path);  // about to change
     // Read, edit and replace under the writers' lock, so concurrent writers keep each other's
     // changes.
-    int lock_error = 0;
-    const std::unique_ptr<FileLock> lock = files.lock_for_update(path, lock_error);
+    const auto lock = files_.lock_for_update(path);
     if (!lock) {
-        failure = {false, lock_error};
+        failure = {false, lock.error()};
         return false;
     }
     std::string old;
-    const bool exists = files.status(path).has_value();
+    const bool exists = files_.status(path).ok();
     if (exists) {
-        int error = 0;
-        std::optional<std::string> bytes = files.read_file(path, error);
+        Result<std::string> bytes = files_.read_file(path);
         if (!bytes) {
-            failure = {true, error};
+            failure = {true, bytes.error()};
             return false;
         }
         old = std::move(*bytes);
@@ -437,14 +418,10 @@ bool write_ini(FileSystem& files, const std::string& path, const ProfileEdit& ed
     }
     const std::string updated = apply_edit(old, edit, new_file_break);
     if (exists && updated == old) return true;
-    int error = 0;
-    if (files.replace_file(path, updated, error)) return true;
-    failure = {false, error};
+    const Status written = files_.replace_file(path, updated);
+    if (written) return true;
+    failure = {false, written.error()};
     return false;
-}
-
-void clear_cache() {
-    cache().clear();
 }
 
 }  // namespace quiller::ini

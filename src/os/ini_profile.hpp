@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -122,24 +123,46 @@ std::string apply_edit(std::string_view bytes, const ProfileEdit& edit,
 
 // --- Files -----------------------------------------------------------------------------------
 
-// `readini`: the profile reader for a missing file or one under kLineReaderThreshold bytes, the
-// line reader for larger ones (a missing key gives `fallback` as it is). A file that can't be
-// read gives the fallback. Parsed files are cached by path, size and modification time.
-std::string read_ini(FileSystem& files, const std::string& path, std::string_view section,
-                     std::string_view key, std::string_view fallback);
-
-// Why a write failed: while reading the old file or while replacing it, with the error code.
+// Why a write failed: while reading the old file or while replacing it, with the error.
 struct WriteFailure {
     bool reading = false;
-    int error = 0;
+    SystemError error;
 };
 
-// Applies one edit to a file, creating it when needed, through an atomic replacement. A file
-// that would not change is not written; deleting from a missing file does nothing.
-bool write_ini(FileSystem& files, const std::string& path, const ProfileEdit& edit,
-               std::string_view new_file_break, WriteFailure& failure);
+// The INI files of one run, read and written through its file service. A few recently read
+// files stay parsed, by path, size and modification time; the run's clock tells when a file has
+// settled (see ini_profile.cpp).
+class IniFiles {
+  public:
+    IniFiles(FileSystem& files, Clock& clock);
+    ~IniFiles();
+    IniFiles(const IniFiles&) = delete;
+    IniFiles& operator=(const IniFiles&) = delete;
 
-// Forgets every cached file.
-void clear_cache();
+    // `readini`: the profile reader for a missing file or one under kLineReaderThreshold bytes,
+    // the line reader for larger ones (a missing key gives `fallback` as it is). A file that
+    // can't be read gives the fallback.
+    std::string read(const std::string& path, std::string_view section, std::string_view key,
+                     std::string_view fallback);
+
+    // Applies one edit to a file, creating it when needed, through an atomic replacement. A
+    // file that would not change is not written; deleting from a missing file does nothing.
+    bool write(const std::string& path, const ProfileEdit& edit, std::string_view new_file_break,
+               WriteFailure& failure);
+
+  private:
+    struct CachedFile;
+    using CachedPtr = std::shared_ptr<CachedFile>;
+
+    CachedPtr current_file(const std::string& path, const FileEntry& status);
+    CachedPtr parsed(const std::string& path, const FileEntry& status, std::string bytes);
+    CachedPtr keep(CachedPtr file);
+    CachedPtr take(const std::string& path);
+    bool has_settled(const FileEntry& status, std::size_t bytes_read);
+
+    FileSystem& files_;
+    Clock& clock_;
+    std::vector<CachedPtr> cache_;  // most recently used first
+};
 
 }  // namespace quiller::ini

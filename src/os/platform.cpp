@@ -9,7 +9,6 @@ Platform make_platform() {
     p.clock = make_clock();
     p.registry = make_registry_store();
     p.processes = make_processes();
-    p.file_operations = make_file_operations();
     p.network = make_network();
     return p;
 }

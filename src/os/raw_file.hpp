@@ -33,16 +33,18 @@ class FilePrimitives {
   public:
     virtual ~FilePrimitives() = default;
     // The file a write to `path` must replace, in the platform's own spelling (through a link to
-    // the file it names); an error when it is a directory or read-only.
-    virtual Result<std::string> replaceable(const std::string& path) = 0;
+    // the file it names, unless `follow_link` is false); an error when it is a directory or
+    // read-only.
+    virtual Result<std::string> replaceable(const std::string& path, bool follow_link) = 0;
     // An existing regular file, opened for reading.
     virtual Result<std::unique_ptr<RawFile>> open_source(const std::string& path) = 0;
     // A new file, which must not exist yet (ErrorKind::Exists when it does), opened for writing;
     // it gets the permissions or attributes of `like` when that exists.
     virtual Result<std::unique_ptr<RawFile>> create_new(const std::string& path,
                                                         const std::string& like) = 0;
-    // Puts `from` in the place of `to` in one step, replacing it, durably.
-    virtual Status rename_over(const std::string& from, const std::string& to) = 0;
+    // Puts `from` in the place of `to` in one step, replacing it; `durable` waits until the
+    // rename is on the disk.
+    virtual Status rename_over(const std::string& from, const std::string& to, bool durable) = 0;
     // Removes a file, quietly (the clean-up after a failure).
     virtual void discard(const std::string& path) = 0;
     // The error a cancelled operation reports.

@@ -1,7 +1,6 @@
 #include "sync/executor.hpp"
 
 #include <algorithm>
-#include <cerrno>
 #include <random>
 
 #include "os/file_operation_paths.hpp"
@@ -10,12 +9,6 @@
 
 namespace quiller::sync {
 namespace {
-
-#ifdef _WIN32
-constexpr int kExists = 80;  // ERROR_FILE_EXISTS
-#else
-constexpr int kExists = EEXIST;
-#endif
 
 constexpr std::string_view kTemporaryPrefix = ".~qlsync-";
 constexpr std::string_view kTemporarySuffix = ".tmp";
@@ -66,13 +59,12 @@ bool is_temporary_name(std::string_view last) {
            last.starts_with(kTemporaryPrefix) && last.ends_with(kTemporarySuffix);
 }
 
-Executor::Executor(const MergeSide& source, const MergeSide& target, FileOperations& ops,
-                   MirrorFiles& files, ExecutionObserver& observer)
+Executor::Executor(const MergeSide& source, const MergeSide& target, FileSystem& files,
+                   ExecutionObserver& observer)
     : source_(source.listing),
       target_(target.listing),
       source_root_(source.root),
       target_root_(target.root),
-      ops_(ops),
       files_(files),
       observer_(observer) {}
 
@@ -86,14 +78,14 @@ void Executor::run(const ActionList& list, bool deletions) {
         if (!deletions && is_deletion(a.kind)) {
             ++counts_.skipped;
         } else {
-            const int error = execute(a, path);
-            if (error == 0) {
+            const Status outcome = execute(a, path);
+            if (outcome) {
                 ended_ok_[k] = 1;
                 ++counts_.done[static_cast<int>(a.kind)];
             } else {
                 ++counts_.failed;
             }
-            observer_.action_ended(a, describe(a, path), error);
+            observer_.action_ended(a, describe(a, path), outcome);
         }
         observer_.between_actions(++ended, path);
     }
@@ -120,14 +112,14 @@ std::string Executor::on_disk(std::string_view name) const {
     }
 }
 
-int Executor::execute(const Action& a, const std::string& path) {
-    int error = 0;
+Status Executor::execute(const Action& a, const std::string& path) {
     switch (a.kind) {
         case ActionKind::Copy:
-        case ActionKind::Replace:
-            error = copy(in_tree(source_root_, source_.name(a.source)), path);
-            if (!error) counts_.bytes += source_.record(a.source).size;
-            return error;
+        case ActionKind::Replace: {
+            Status s = copy(in_tree(source_root_, source_.name(a.source)), path);
+            if (s) counts_.bytes += source_.record(a.source).size;
+            return s;
+        }
         case ActionKind::Del:
             return remove_file(path);
         case ActionKind::Md:
@@ -140,68 +132,57 @@ int Executor::execute(const Action& a, const std::string& path) {
         case ActionKind::Attrib:
             return attrib(a, path);
         case ActionKind::Reset:
-            return 0;
+            return {};
     }
-    return 0;
+    return {};
 }
 
-// Into a temporary beside the target, then over the target's name in one step.
-int Executor::copy(const std::string& from, const std::string& to) {
-    int error = 0;
-    std::string temp;
-    for (int attempt = 0; attempt < 10; ++attempt) {
-        temp = temporary_beside(to);
-        error = 0;
-        if (files_.copy_new(from, temp, error)) break;
-        if (error != kExists) return error;
-    }
-    if (error) return error;
-    if (files_.replace(temp, to, error)) return 0;
-    error = with_write_access(to, error, nullptr);
-    if (error == 0 && files_.replace(temp, to, error)) return 0;
-    int ignored = 0;
-    ops_.remove_file(temp, ignored);
-    return error;
+// Into a temporary beside the target, then over the target's name in one step. No flush per
+// file: a run that is killed leaves only a temporary, and the next run copies again.
+Status Executor::copy(const std::string& from, const std::string& to) {
+    CopyControl mirror;
+    mirror.flush = false;
+    mirror.replace_link = true;
+    mirror.temp_name = [](const std::string& target) { return temporary_beside(target); };
+    const Status s = files_.copy_file(from, to, mirror);
+    if (s || !made_writable(to)) return s;
+    return files_.copy_file(from, to, mirror);
 }
 
-int Executor::make_directory(const std::string& path) {
-    int error = 0;
-    if (ops_.make_directory(path, error)) return 0;
-    if (const auto e = ops_.entry(path, error); e && e->directory) return 0;
-    return error ? error : kExists;
+Status Executor::make_directory(const std::string& path) {
+    const Status made = files_.make_directory(path);
+    if (made) return made;
+    const Result<FileEntry> e = files_.entry(path);
+    if (!e) return e.status();
+    return e->directory ? Status() : made;
 }
 
-int Executor::remove_file(const std::string& path) {
-    int error = 0;
-    if (ops_.remove_file(path, error) || ops_.not_found(error)) return 0;
-    return with_write_access(path, error, &FileOperations::remove_file);
+Status Executor::remove_file(const std::string& path) {
+    const Status s = files_.remove_file(path);
+    if (s || s.error().kind == ErrorKind::NotFound) return {};
+    if (!made_writable(path)) return s;
+    return files_.remove_file(path);
 }
 
 // A folder already gone counts as removed: the second removal of a folder that gave way to a
 // file finds nothing to do.
-int Executor::remove_directory(const std::string& path) {
-    int error = 0;
-    if (ops_.remove_directory(path, error) || ops_.not_found(error)) return 0;
-    return error;
+Status Executor::remove_directory(const std::string& path) {
+    const Status s = files_.remove_directory(path);
+    if (s || s.error().kind == ErrorKind::NotFound) return {};
+    return s;
 }
 
 // The target is made writable when it was read-only (the mirror owns its files), and the step
 // retried; otherwise the first error stands.
-int Executor::with_write_access(const std::string& path, int error,
-                                bool (FileOperations::*retry)(const std::string&, int&)) {
-    int ignored = 0;
-    const auto entry = ops_.entry(path, ignored);
-    if (!entry || !(entry->attributes & kAttrReadOnly)) return error;
-    if (ops_.set_attributes(path, 0, kAttrReadOnly, ignored) == AttributeResult::Failed)
-        return error;
-    if (!retry) return 0;
-    int again = 0;
-    return (ops_.*retry)(path, again) ? 0 : again;
+bool Executor::made_writable(const std::string& path) {
+    const Result<FileEntry> entry = files_.entry(path);
+    if (!entry || !(entry->attributes & kAttrReadOnly)) return false;
+    return files_.set_attributes(path, 0, kAttrReadOnly).ok();
 }
 
 // A new spelling through a temporary name, so file systems that ignore case take it too; never
 // over another entry.
-int Executor::rename(const Action& a, const std::string& path) {
+Status Executor::rename(const Action& a, const std::string& path) {
     const std::string_view old_name = target_.name(a.target);
     const std::string_view new_last = last_component(source_.name(a.source));
     const std::string old_disk = on_disk(old_name);
@@ -210,25 +191,21 @@ int Executor::rename(const Action& a, const std::string& path) {
                                      ? std::string(new_last)
                                      : std::string(folder) + kSeparator + std::string(new_last);
     const std::string temp = temporary_beside(path);
-    int error = 0;
-    if (!ops_.rename(path, temp, error)) return error;
-    if (!ops_.rename(temp, in_tree(target_root_, new_disk), error)) {
-        int ignored = 0;
-        ops_.rename(temp, path, ignored);
+    if (Status s = files_.rename(path, temp); !s) return s;
+    if (Status s = files_.rename(temp, in_tree(target_root_, new_disk)); !s) {
+        files_.rename(temp, path);
         if (a.kind == ActionKind::Rendir) renamed_[std::string(source_.name(a.source))] = old_disk;
-        return error;
+        return s;
     }
     renamed_[std::string(old_name)] = new_disk;
     if (a.kind == ActionKind::Rendir) renamed_[std::string(source_.name(a.source))] = new_disk;
-    return 0;
+    return {};
 }
 
-int Executor::attrib(const Action& a, const std::string& path) {
+Status Executor::attrib(const Action& a, const std::string& path) {
     const std::uint32_t wanted =
         static_cast<std::uint16_t>(source_.record(a.source).attributes) & kKeptAttributes;
-    int error = 0;
-    const AttributeResult r = ops_.set_attributes(path, wanted, ~wanted & kKeptAttributes, error);
-    return r == AttributeResult::Failed ? error : 0;
+    return files_.set_attributes(path, wanted, ~wanted & kKeptAttributes).status();
 }
 
 Listing Executor::target_after(const ActionList& list) const {

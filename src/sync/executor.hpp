@@ -11,8 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "os/file_operations.hpp"
-#include "os/mirror_files.hpp"
+#include "os/file_system.hpp"
 #include "sync/actions.hpp"
 #include "sync/listing.hpp"
 #include "sync/walk.hpp"
@@ -25,8 +24,9 @@ bool is_temporary_name(std::string_view last_component);
 class ExecutionObserver {
   public:
     virtual ~ExecutionObserver() = default;
-    // An action ended: `error` 0 when it was done, else the platform's code.
-    virtual void action_ended(const Action& action, std::string_view path, int error) = 0;
+    // An action ended: done, or the error that kept it from being done.
+    virtual void action_ended(const Action& action, std::string_view path,
+                              const Status& outcome) = 0;
     // Between two actions (`done` of them ended); the only place a run may be stopped.
     virtual void between_actions(std::int64_t done, std::string_view path) = 0;
 };
@@ -40,8 +40,8 @@ struct ExecutionCounts {
 
 class Executor {
   public:
-    Executor(const MergeSide& source, const MergeSide& target, FileOperations& ops,
-             MirrorFiles& files, ExecutionObserver& observer);
+    Executor(const MergeSide& source, const MergeSide& target, FileSystem& files,
+             ExecutionObserver& observer);
 
     // Runs the actions; without `deletions`, "del" and "rd" are skipped.
     void run(const ActionList& list, bool deletions);
@@ -54,19 +54,19 @@ class Executor {
     // The target path, and for a rename the new name: "dst/docs -> Docs".
     std::string describe(const Action& action, const std::string& path) const;
 
-    // The single steps, for callers with a plan of their own; 0 or the platform's code.
+    // The single steps, for callers with a plan of their own.
     // A copy goes through a temporary beside `to`; read-only targets are made writable.
-    int copy(const std::string& from, const std::string& to);
-    int remove_file(const std::string& path);
-    int remove_directory(const std::string& path);
-    int make_directory(const std::string& path);
+    Status copy(const std::string& from, const std::string& to);
+    Status remove_file(const std::string& path);
+    Status remove_directory(const std::string& path);
+    Status make_directory(const std::string& path);
 
   private:
-    int execute(const Action& a, const std::string& path);
-    int rename(const Action& a, const std::string& path);
-    int attrib(const Action& a, const std::string& path);
-    int with_write_access(const std::string& path, int error,
-                          bool (FileOperations::*retry)(const std::string&, int&));
+    Status execute(const Action& a, const std::string& path);
+    Status rename(const Action& a, const std::string& path);
+    Status attrib(const Action& a, const std::string& path);
+    // True when `path` was read-only and has been made writable.
+    bool made_writable(const std::string& path);
     // A name as it now stands in the target, after the folders renamed so far.
     std::string on_disk(std::string_view name) const;
 
@@ -74,8 +74,7 @@ class Executor {
     const Listing& target_;
     std::string source_root_;
     std::string target_root_;
-    FileOperations& ops_;
-    MirrorFiles& files_;
+    FileSystem& files_;
     ExecutionObserver& observer_;
     ExecutionCounts counts_;
     std::vector<char> ended_ok_;                            // per action

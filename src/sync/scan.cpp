@@ -95,7 +95,7 @@ bool retry_wait(ScanServices& s, int attempt) {
 }
 
 bool is_directory(FileSystem& files, const std::string& path) {
-    const std::optional<FileStatus> st = files.status(path);
+    const Result<FileEntry> st = files.status(path);
     return st && (st->attributes & kAttrDirectory);
 }
 
@@ -118,13 +118,12 @@ bool scan_tree(ScanServices& s, const std::string& root, const ScanOptions& opti
     events.progress = [&](std::size_t count, std::string_view folder) {
         return progress.update(count, folder);
     };
-    events.error_text = [&](int code) { return s.files.error_text(code); };
     events.retry_wait = [&](int attempt) { return retry_wait(s, attempt); };
     int error = 0;
     const bool ok = walk_tree(root, walk_options, s.reader, events, listing, error);
     if (!ok) {
         s.warning(s.tag + " Scan of " + root + " failed.  See error log.",
-                  error != 0 ? s.files.error_text(error) : std::string());
+                  error != 0 ? s.reader.describe(error).shown() : std::string());
     } else {
         progress.label("Sorting (" + count_text(listing.size()) + " files)...");
         progress.label(count_text(listing.size()) + " files/folders scanned");
@@ -144,9 +143,8 @@ void dirscan(ScanServices& s, const std::string& directory, const std::string& s
     if (!scan_tree(s, directory, options, listing)) return;
     s.activity("Sorting dir..." + time_stamp(s.clock));
     sort_listing(listing, [&] { s.host.process_events(); });
-    int error = 0;
-    if (!write_scan_file(s.files, scan_file, listing, error))
-        s.warning(s.tag + " Couldn't write '" + scan_file + "'.", s.files.error_text(error));
+    if (const Status written = write_scan_file(s.files, scan_file, listing); !written)
+        s.warning(s.tag + " Couldn't write '" + scan_file + "'.", written.error().shown());
 }
 
 }  // namespace quiller::sync

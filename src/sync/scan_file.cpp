@@ -118,9 +118,8 @@ std::string scan_file_text(const Listing& listing) {
     return out;
 }
 
-bool write_scan_file(FileSystem& files, const std::string& path, const Listing& listing,
-                     int& error) {
-    return files.replace_file(path, scan_file_text(listing), error);
+Status write_scan_file(FileSystem& files, const std::string& path, const Listing& listing) {
+    return files.replace_file(path, scan_file_text(listing));
 }
 
 void parse_scan_file(std::string_view path, std::string_view text, const ScanFileEvents& events,
@@ -157,12 +156,12 @@ void parse_scan_file(std::string_view path, std::string_view text, const ScanFil
     listing.identity_order();
 }
 
-bool read_scan_file(FileSystem& files, const std::string& path, const ScanFileEvents& events,
-                    Listing& listing, int& error) {
-    const std::optional<std::string> text = files.read_file(path, error);
-    if (!text) return false;
+Status read_scan_file(FileSystem& files, const std::string& path, const ScanFileEvents& events,
+                      Listing& listing) {
+    const Result<std::string> text = files.read_file(path);
+    if (!text) return text.error();
     parse_scan_file(path, *text, events, listing);
-    return true;
+    return {};
 }
 
 }  // namespace quiller::sync

@@ -16,9 +16,7 @@ namespace quiller::sync {
 std::string scan_file_text(const Listing& listing);
 
 // Replaces the scan file atomically (the old one stays whole until the new one is complete).
-// False with the system's code in `error`.
-bool write_scan_file(FileSystem& files, const std::string& path, const Listing& listing,
-                     int& error);
+Status write_scan_file(FileSystem& files, const std::string& path, const Listing& listing);
 
 struct ScanFileEvents {
     // A warning for the error report (severity 1): "(dc_scanfileread) ...".
@@ -33,8 +31,8 @@ struct ScanFileEvents {
 void parse_scan_file(std::string_view path, std::string_view text, const ScanFileEvents& events,
                      Listing& listing);
 
-// Reads a scan file; false when it can't be read (code in `error`).
-bool read_scan_file(FileSystem& files, const std::string& path, const ScanFileEvents& events,
-                    Listing& listing, int& error);
+// Reads a scan file.
+Status read_scan_file(FileSystem& files, const std::string& path, const ScanFileEvents& events,
+                      Listing& listing);
 
 }  // namespace quiller::sync

@@ -63,7 +63,7 @@ class Walk {
         const std::uint32_t number = listing_.add(name_, date, attributes, folder ? 0 : e.size);
         if (e.error != 0)
             events_.activity(options_.tag + " Warning : Couldn't read all attributes of " +
-                             join_path(root_, name_) + ". " + events_.error_text(e.error));
+                             join_path(root_, name_) + ". " + reader_.describe(e.error).shown());
         if (e.kind == Kind::Folder) folders.push_back(number);
         if (listing_.size() % 100 == 0 && events_.progress && !stopped_)
             stopped_ = !events_.progress(listing_.size(), prefix);
@@ -79,7 +79,7 @@ class Walk {
             if (error == 0 || stopped_) return false;  // given up
             if (!reader_.transient(error)) {
                 events_.activity(options_.tag + " Warning : Couldn't list " +
-                                 join_path(root_, relative) + ". " + events_.error_text(error));
+                                 join_path(root_, relative) + ". " + reader_.describe(error).shown());
                 return true;
             }
             if (events_.retry_wait && !events_.retry_wait(attempt)) return false;

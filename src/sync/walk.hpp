@@ -24,8 +24,6 @@ struct WalkEvents {
     // Every 100 records: the count so far and the folder being walked (relative); false gives
     // the walk up.
     std::function<bool(std::size_t count, std::string_view folder)> progress;
-    // The system's text for an error code, "text (code)".
-    std::function<std::string(int code)> error_text;
     // Called before a folder whose listing failed for a passing reason is read again (the
     // first retry is attempt 1); false gives the walk up.
     std::function<bool(int attempt)> retry_wait;

@@ -116,6 +116,7 @@ class SleepingClock final : public Clock {
   public:
     double now() override { return 46000; }
     double monotonic_seconds() override { return 0; }
+    std::int64_t utc_seconds() override { return 1795784709; }
     void sleep_ms(int ms) override { QThread::msleep(static_cast<unsigned long>(ms)); }
 };
 

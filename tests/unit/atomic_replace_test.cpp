@@ -31,7 +31,7 @@ struct MemoryPrimitives final : FilePrimitives {
     std::map<std::string, std::string> files;
     int taken_names = 0;  // how many temporary names are reported as taken
 
-    Result<std::string> replaceable(const std::string& path) override { return path; }
+    Result<std::string> replaceable(const std::string& path, bool) override { return path; }
     Result<std::unique_ptr<RawFile>> open_source(const std::string& path) override {
         if (!files.count(path)) return SystemError{2, "not found", ErrorKind::NotFound};
         return std::unique_ptr<RawFile>(std::make_unique<MemoryRawFile>(*this, path));
@@ -43,7 +43,7 @@ struct MemoryPrimitives final : FilePrimitives {
         files[path];
         return std::unique_ptr<RawFile>(std::make_unique<MemoryRawFile>(*this, path));
     }
-    Status rename_over(const std::string& from, const std::string& to) override {
+    Status rename_over(const std::string& from, const std::string& to, bool) override {
         files[to] = files[from];
         files.erase(from);
         return {};

@@ -10,6 +10,7 @@
 #include "bindings/file_operation_select.hpp"
 #include "bindings/file_operation_steps.hpp"
 #include "os/platform.hpp"
+#include "scripted_host.hpp"
 
 namespace quiller::fileops {
 namespace {
@@ -60,36 +61,17 @@ TEST(FileOperationPaths, RootsContainmentAndOrder) {
 }
 
 // Resolves paths from a table; everything else is unknown.
-class FakeOperations final : public FileOperations {
+class FakeOperations final : public testing::MemoryFiles {
   public:
     std::map<std::string, std::string> resolved;
     std::vector<std::string> homes{"/home/ada"};
 
-    std::optional<FileEntry> entry(const std::string&, int& error) override {
-        error = 2;
-        return std::nullopt;
-    }
-    std::optional<std::vector<FileEntry>> list(const std::string&, int& error) override {
-        error = 2;
-        return std::nullopt;
-    }
-    bool not_found(int error) override { return error == 2; }
     bool same_file(const std::string&, const std::string&) override { return false; }
     std::string resolve(const std::string& path) override {
         const auto it = resolved.find(path);
         return it == resolved.end() ? std::string() : it->second;
     }
     std::vector<std::string> home_directories() override { return homes; }
-    bool copy_file(const std::string&, const std::string&, int&) override { return false; }
-    bool remove_file(const std::string&, int&) override { return false; }
-    bool make_directory(const std::string&, int&) override { return false; }
-    bool remove_directory(const std::string&, int&) override { return false; }
-    bool remove_tree(const std::string&, std::string&, int&) override { return false; }
-    bool rename(const std::string&, const std::string&, int&) override { return false; }
-    AttributeResult set_attributes(const std::string&, std::uint32_t, std::uint32_t,
-                                   int&) override {
-        return AttributeResult::Failed;
-    }
 };
 
 TEST(FileOperationSafety, RootsHomeAndWhatHoldsIt) {

@@ -66,18 +66,20 @@ TEST(IniProfileReader, NulLengthLimitJunkAndHugeLines) {
 
 TEST(IniLineReader, ThresholdJunkAndHugeLines) {
     MemoryFiles files;
+    FixedClock clock;
+    ini::IniFiles cache(files, clock);
     const std::string small = large_file("[s]\nk = \"padded\" \n", "", 63900);
     files.files["small.ini"] = small + std::string(63999 - small.size(), ';');
     files.files["large.ini"] = small + std::string(64000 - small.size(), ';');
-    EXPECT_EQ(ini::read_ini(files, "small.ini", "s", "k", "d "), "padded");
-    EXPECT_EQ(ini::read_ini(files, "large.ini", "s", "k", "d "), "d ");
+    EXPECT_EQ(cache.read("small.ini", "s", "k", "d "), "padded");
+    EXPECT_EQ(cache.read("large.ini", "s", "k", "d "), "d ");
 
     files.files["junk.ini"] = random_bytes(200000, 11);
-    EXPECT_EQ(ini::read_ini(files, "junk.ini", "s", "k", "d"), "d");
+    EXPECT_EQ(cache.read("junk.ini", "s", "k", "d"), "d");
     files.files["huge.ini"] = "[s]\n" + std::string(1 << 20, 'z') + "\nk=v";
-    EXPECT_EQ(ini::read_ini(files, "huge.ini", "s", "k", "d"), "v");
+    EXPECT_EQ(cache.read("huge.ini", "s", "k", "d"), "v");
     files.files["nul.ini"] = large_file("[s]\nk=a\0b\n"s, "");
-    EXPECT_EQ(ini::read_ini(files, "nul.ini", "s", "k", "d"), "a\0b"s);
+    EXPECT_EQ(cache.read("nul.ini", "s", "k", "d"), "a\0b"s);
 }
 
 // --- Files and the cache --------------------------------------------------------------------
@@ -89,7 +91,7 @@ class IniRealFiles : public ::testing::Test {
               ("quiller-ini-" + std::to_string(std::random_device{}()));
         std::filesystem::create_directories(dir);
         platform = make_platform();
-        ini::clear_cache();
+        cache = std::make_unique<ini::IniFiles>(*platform.files, *platform.clock);
     }
     void TearDown() override { std::filesystem::remove_all(dir); }
     std::string path(const std::string& name) { return (dir / name).string(); }
@@ -98,43 +100,42 @@ class IniRealFiles : public ::testing::Test {
     }
     std::filesystem::path dir;
     Platform platform;
+    std::unique_ptr<ini::IniFiles> cache;
 };
 
 TEST_F(IniRealFiles, WriteIntoAMissingDirectoryFailsWhileReplacing) {
     ini::WriteFailure failure;
-    EXPECT_FALSE(ini::write_ini(*platform.files, path("no/dir.ini"),
+    EXPECT_FALSE(cache->write(path("no/dir.ini"),
                                 {EditKind::SetValue, "s", "k", "v"}, "\n", failure));
     EXPECT_FALSE(failure.reading);
-    EXPECT_NE(failure.error, 0);
+    EXPECT_NE(failure.error.code, 0);
 }
 
 // The writers' lock excludes a second holder, in this process as in any other, until it is
 // released; the next writer removes what a dead writer left beside the file.
 TEST_F(IniRealFiles, WritersLockExcludesAndStaleTemporariesGo) {
-    int error = 0;
-    auto first = lock_file(path("l.ini"), 0, error);
+    auto first = lock_file(path("l.ini"), 0);
     ASSERT_TRUE(first);
-    EXPECT_FALSE(lock_file(path("l.ini"), 20, error));
-    first.reset();
-    EXPECT_TRUE(lock_file(path("l.ini"), 0, error));
+    EXPECT_FALSE(lock_file(path("l.ini"), 20));
+    first->reset();
+    EXPECT_TRUE(lock_file(path("l.ini"), 0));
 
     write(".l.ini.quiller-tmp-99999-0", "half");
     ini::WriteFailure failure;
-    ASSERT_TRUE(ini::write_ini(*platform.files, path("l.ini"), {EditKind::SetValue, "s", "k", "v"},
+    ASSERT_TRUE(cache->write(path("l.ini"), {EditKind::SetValue, "s", "k", "v"},
                                "\n", failure));
     EXPECT_FALSE(std::filesystem::exists(path(".l.ini.quiller-tmp-99999-0")));
-    EXPECT_EQ(ini::read_ini(*platform.files, path("l.ini"), "s", "k", "d"), "v");
+    EXPECT_EQ(cache->read(path("l.ini"), "s", "k", "d"), "v");
 }
 
 // A change of equal size within the same second as the last read is seen.
 TEST_F(IniRealFiles, FreshFileChangedWithinTheSameSecondIsReread) {
-    FileSystem& files = *platform.files;
     write("a.ini", "[s]\nk=1\n");
-    EXPECT_EQ(ini::read_ini(files, path("a.ini"), "s", "k", "d"), "1");
+    EXPECT_EQ(cache->read(path("a.ini"), "s", "k", "d"), "1");
     const auto time = std::filesystem::last_write_time(path("a.ini"));
     write("a.ini", "[s]\nk=2\n");
     std::filesystem::last_write_time(path("a.ini"), time);
-    EXPECT_EQ(ini::read_ini(files, path("a.ini"), "s", "k", "d"), "2");
+    EXPECT_EQ(cache->read(path("a.ini"), "s", "k", "d"), "2");
 }
 
 // Reads of many sections of one large file, just written (bytes compared each call) and then
@@ -151,7 +152,7 @@ TEST_F(IniRealFiles, RepeatedReadsOfALargeFileAnswerFromTheCache) {
         std::filesystem::last_write_time(path("big.ini"),
                                          std::filesystem::file_time_type::clock::now() - age);
         for (int s = 999; s > 0; s -= 37)
-            EXPECT_EQ(ini::read_ini(*platform.files, path("big.ini"), "SECTION" + std::to_string(s),
+            EXPECT_EQ(cache->read(path("big.ini"), "SECTION" + std::to_string(s),
                                     "key3", "d"),
                       std::to_string(s * 10 + 3));
     }

@@ -12,7 +12,7 @@
 #include <fstream>
 
 #include "bindings/file_operation_select.hpp"
-#include "os/posix/posix_file_operations.hpp"
+#include "os/posix/posix_dos_attributes.hpp"
 #include "os/posix/posix_platform.hpp"
 
 namespace quiller {
@@ -52,8 +52,7 @@ class PosixFileOperationsTest : public ::testing::Test {
     }
 
     fs::path dir;
-    posix::PosixFileOperations ops;
-    int error = 0;
+    posix::PosixFileSystem ops;
 };
 
 TEST_F(PosixFileOperationsTest, EntriesDescribeLinksByTheirTargets) {
@@ -61,14 +60,14 @@ TEST_F(PosixFileOperationsTest, EntriesDescribeLinksByTheirTargets) {
     fs::create_directory(dir / "sub");
     fs::create_directory_symlink(dir / "sub", dir / "to-sub");
     fs::create_symlink(dir / "none", dir / "dangling");
-    EXPECT_FALSE(ops.entry(path("a.txt"), error)->link);
-    const FileEntry link = ops.entry(path("to-sub") + "/", error).value();
+    EXPECT_FALSE(ops.entry(path("a.txt"))->link);
+    const FileEntry link = *ops.entry(path("to-sub") + "/");
     EXPECT_TRUE(link.directory && link.link);
-    const FileEntry dangling = ops.entry(path("dangling"), error).value();
+    const FileEntry dangling = *ops.entry(path("dangling"));
     EXPECT_TRUE(dangling.link && !dangling.directory);
-    EXPECT_FALSE(ops.entry(path("missing"), error));
-    EXPECT_TRUE(ops.not_found(error));
-    EXPECT_EQ(ops.list(path(""), error)->size(), 4u);
+    EXPECT_FALSE(ops.status(path("dangling")));
+    EXPECT_EQ(ops.entry(path("missing")).error().kind, ErrorKind::NotFound);
+    EXPECT_EQ(ops.list(path(""))->size(), 4u);
 }
 
 TEST_F(PosixFileOperationsTest, RemovingATreeNeverFollowsLinks) {
@@ -81,9 +80,9 @@ TEST_F(PosixFileOperationsTest, RemovingATreeNeverFollowsLinks) {
     fs::create_symlink(dir / "outside/keep.txt", dir / "tree/link-file");
     fs::create_directory_symlink(dir / "outside", dir / "link");
     std::string failed;
-    ASSERT_TRUE(ops.remove_tree(path("tree"), failed, error)) << failed << " " << error;
+    ASSERT_TRUE(ops.remove_tree(path("tree"), failed)) << failed;
     EXPECT_FALSE(fs::exists(dir / "tree"));
-    ASSERT_TRUE(ops.remove_tree(path("link"), failed, error));  // the link alone goes
+    ASSERT_TRUE(ops.remove_tree(path("link"), failed));  // the link alone goes
     EXPECT_FALSE(fs::exists(fs::symlink_status(dir / "link")));
     EXPECT_EQ(content("outside/keep.txt"), "keep");
 }
@@ -94,7 +93,7 @@ TEST_F(PosixFileOperationsTest, CopiesAreWholeAndKeepTimesAndMode) {
     const struct timespec times[2] = {{1000000000, 0}, {1234567890, 500}};
     ::utimensat(AT_FDCWD, path("from.txt").c_str(), times, 0);
     write("to.txt", "old and longer content");
-    ASSERT_TRUE(ops.copy_file(path("from.txt"), path("to.txt"), error)) << error;
+    ASSERT_TRUE(ops.copy_file(path("from.txt"), path("to.txt"), {}));
     EXPECT_EQ(content("to.txt"), "content");
     EXPECT_EQ(mode("to.txt"), 0640u);
     struct stat st {};
@@ -105,7 +104,7 @@ TEST_F(PosixFileOperationsTest, CopiesAreWholeAndKeepTimesAndMode) {
     // A copy onto a link replaces what it points at and keeps the link.
     fs::create_symlink(dir / "to.txt", dir / "link.txt");
     write("from.txt", "new");
-    ASSERT_TRUE(ops.copy_file(path("from.txt"), path("link.txt"), error));
+    ASSERT_TRUE(ops.copy_file(path("from.txt"), path("link.txt"), {}));
     EXPECT_TRUE(fs::is_symlink(dir / "link.txt"));
     EXPECT_EQ(content("to.txt"), "new");
 }
@@ -114,17 +113,14 @@ TEST_F(PosixFileOperationsTest, NothingNamedIsOverwritten) {
     write("from.txt", "new");
     write("ro.txt", "old");
     ::chmod(path("ro.txt").c_str(), 0444);
-    EXPECT_FALSE(ops.copy_file(path("from.txt"), path("ro.txt"), error));
-    EXPECT_EQ(error, EACCES);
+    EXPECT_EQ(ops.copy_file(path("from.txt"), path("ro.txt"), {}).error().code, EACCES);
     EXPECT_EQ(content("ro.txt"), "old");
     fs::create_directory(dir / "d");
-    EXPECT_FALSE(ops.copy_file(path("from.txt"), path("d"), error));
-    EXPECT_FALSE(ops.copy_file(path("from.txt"), path("./from.txt"), error));
+    EXPECT_FALSE(ops.copy_file(path("from.txt"), path("d"), {}));
+    EXPECT_FALSE(ops.copy_file(path("from.txt"), path("./from.txt"), {}));
     EXPECT_EQ(content("from.txt"), "new");
-    EXPECT_FALSE(ops.copy_file(path("d"), path("x"), error));
-    EXPECT_EQ(error, EISDIR);
-    EXPECT_FALSE(ops.rename(path("from.txt"), path("ro.txt"), error));
-    EXPECT_EQ(error, EEXIST);
+    EXPECT_EQ(ops.copy_file(path("d"), path("x"), {}).error().code, EISDIR);
+    EXPECT_EQ(ops.rename(path("from.txt"), path("ro.txt")).error().kind, ErrorKind::Exists);
     EXPECT_EQ(content("from.txt"), "new");
     EXPECT_EQ(content("ro.txt"), "old");
 }
@@ -152,29 +148,29 @@ TEST_F(PosixFileOperationsTest, RootsAndTheHomeDirectoryAreProtectedThroughLinks
 TEST_F(PosixFileOperationsTest, ReadOnlyIsTheWriteBits) {
     write("f.txt", "x");
     ::chmod(path("f.txt").c_str(), 0664);
-    EXPECT_EQ(ops.set_attributes(path("f.txt"), kAttrReadOnly, 0, error), AttributeResult::Done);
+    EXPECT_EQ(ops.set_attributes(path("f.txt"), kAttrReadOnly, 0)->result, AttributeResult::Done);
     EXPECT_EQ(mode("f.txt"), 0444u);
-    EXPECT_EQ(ops.set_attributes(path("f.txt"), 0, kAttrReadOnly, error), AttributeResult::Done);
+    EXPECT_EQ(ops.set_attributes(path("f.txt"), 0, kAttrReadOnly)->result, AttributeResult::Done);
     EXPECT_EQ(mode("f.txt"), 0644u);  // the owner's write bit only
 }
 
 // Samba's word: set and cleared letters are covered by the script test fileops_setattrib.prg.
 TEST_F(PosixFileOperationsTest, OtherAttributesAreKeptInTheExtendedAttribute) {
     if (!xattrs_work()) GTEST_SKIP() << "no user extended attributes here";
-    posix::PosixFileSystem files;
-    const auto attributes = [&](const char* name) { return files.status(path(name))->attributes; };
+    const auto attributes = [&](const char* name) { return ops.status(path(name))->attributes; };
     write("f.txt", "x");
-    EXPECT_EQ(ops.set_attributes(path("f.txt"), kAttrHidden | kAttrSystem, 0, error),
+    EXPECT_EQ(ops.set_attributes(path("f.txt"), kAttrHidden | kAttrSystem, 0)->result,
               AttributeResult::Done);
     char value[32] = {};
     ASSERT_EQ(::getxattr(path("f.txt").c_str(), "user.DOSATTRIB", value, sizeof value - 1), 4);
     EXPECT_STREQ(value, "0x26");
     // A read-only file still takes changes, and a copy carries the word with archive set.
     EXPECT_EQ(ops.set_attributes(path("f.txt"), kAttrReadOnly | kAttrCompressed,
-                                 kAttrArchive | kAttrSystem | kAttrHidden, error),
+                                 kAttrArchive | kAttrSystem | kAttrHidden)
+                  ->result,
               AttributeResult::Done);
     EXPECT_EQ(attributes("f.txt"), kAttrReadOnly | kAttrCompressed);
-    ASSERT_TRUE(ops.copy_file(path("f.txt"), path("g.txt"), error));
+    ASSERT_TRUE(ops.copy_file(path("f.txt"), path("g.txt"), {}));
     EXPECT_EQ(attributes("g.txt"), kAttrReadOnly | kAttrArchive | kAttrCompressed);
     // A word that can't be read is ignored; a directory's word is read too.
     const char binary[] = {3, 0, 4, 0, 0, 0, 0, 0};

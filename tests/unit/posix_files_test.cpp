@@ -40,12 +40,11 @@ class PosixFiles : public ::testing::Test {
         return {std::istreambuf_iterator<char>(in), {}};
     }
     std::vector<std::string> lines(const std::string& name) {
-        int error = 0;
-        auto file = files.open(path(name), OpenMode::Read, error);
-        EXPECT_TRUE(file) << error;
+        auto file = files.open(path(name), OpenMode::Read);
+        EXPECT_TRUE(file);
         std::vector<std::string> out;
         if (!file) return out;
-        for (std::string line; file->read_line(line);) out.push_back(line);
+        for (std::string line; (*file)->read_line(line);) out.push_back(line);
         return out;
     }
 
@@ -68,15 +67,13 @@ using Lines = std::vector<std::string>;
 // The error log: created 0600; a link or a FIFO at its name is refused at once, never written
 // through and never waited on.
 TEST_F(PosixFiles, PrivateAppendRefusesLinksAndFifos) {
-    int error = 0;
-    ASSERT_TRUE(files.append_private(path("log.txt"), "one\n", error));
+    ASSERT_TRUE(files.append_private(path("log.txt"), "one\n"));
     EXPECT_EQ(fs::status(path("log.txt")).permissions() & fs::perms::all,
               fs::perms::owner_read | fs::perms::owner_write);
     fs::create_symlink(path("log.txt"), path("link.txt"));
-    EXPECT_FALSE(files.append_private(path("link.txt"), "two\n", error));
-    EXPECT_EQ(error, ELOOP);
+    EXPECT_EQ(files.append_private(path("link.txt"), "two\n").error().code, ELOOP);
     ASSERT_EQ(::mkfifo(path("fifo").c_str(), 0600), 0);
-    EXPECT_FALSE(files.append_private(path("fifo"), "three\n", error));
+    EXPECT_FALSE(files.append_private(path("fifo"), "three\n"));
     EXPECT_EQ(content("log.txt"), "one\n");
 }
 
@@ -122,17 +119,15 @@ TEST_F(PosixFiles, FileKindsAndReadOnlyFilesAreRefused) {
         {path("ro.txt"), OpenMode::Append, EACCES},
     };
     for (const auto& c : cases) {
-        int error = 0;
-        EXPECT_FALSE(files.open(c.path, c.mode, error)) << c.path;
-        EXPECT_EQ(error, c.error) << c.path;
+        const auto opened = files.open(c.path, c.mode);
+        ASSERT_FALSE(opened) << c.path;
+        EXPECT_EQ(opened.error().code, c.error) << c.path;
     }
-    int error = 0;
-    EXPECT_FALSE(files.open("", OpenMode::Write, error));
+    EXPECT_FALSE(files.open("", OpenMode::Write));
     EXPECT_TRUE(files.status(path("ro.txt"))->attributes & kAttrReadOnly);
-    EXPECT_FALSE(files.replace_file(path("ro.txt"), "changed", error));
-    EXPECT_EQ(error, EACCES);
+    EXPECT_EQ(files.replace_file(path("ro.txt"), "changed").error().code, EACCES);
     EXPECT_EQ(content("ro.txt"), "keep me\n");
-    EXPECT_TRUE(files.open(path("ro.txt"), OpenMode::Read, error));
+    EXPECT_TRUE(files.open(path("ro.txt"), OpenMode::Read));
 }
 
 TEST_F(PosixFiles, ReplaceKeepsModeAndLinkAndLeavesNoTemporaryFile) {
@@ -140,25 +135,20 @@ TEST_F(PosixFiles, ReplaceKeepsModeAndLinkAndLeavesNoTemporaryFile) {
     write("target.txt", "before");
     fs::permissions(path("target.txt"), mode);
     fs::create_symlink("target.txt", path("link.txt"));
-    int error = 0;
-    ASSERT_TRUE(files.replace_file(path("link.txt"), "after", error)) << error;
+    ASSERT_TRUE(files.replace_file(path("link.txt"), "after"));
     EXPECT_TRUE(fs::is_symlink(path("link.txt")));
     EXPECT_EQ(content("target.txt"), "after");
     EXPECT_EQ(fs::status(path("target.txt")).permissions() & fs::perms::all, mode);
     EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 2);
-    EXPECT_FALSE(files.replace_file(dir.string(), "x", error));
-    EXPECT_EQ(error, EISDIR);
+    EXPECT_EQ(files.replace_file(dir.string(), "x").error().code, EISDIR);
 }
 
 // A failed write is a warning with the system's text, and the run goes on.
 TEST_F(PosixFiles, WritingToAFullDeviceFailsAndIsReported) {
     if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full";
-    int error = 0;
-    auto file = files.open("/dev/full", OpenMode::Write, error);
-    ASSERT_TRUE(file) << error;
-    errno = 0;
-    EXPECT_FALSE(file->write("x\n"));
-    EXPECT_EQ(errno, ENOSPC);
+    auto file = files.open("/dev/full", OpenMode::Write);
+    ASSERT_TRUE(file);
+    EXPECT_EQ((*file)->write("x\n").error().code, ENOSPC);
 
     write("job.prg",
           "sub main\n  set $f$ fileopen /dev/full write\n  filewrite $f$ \"text\"\n"

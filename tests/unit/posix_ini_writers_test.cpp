@@ -24,12 +24,12 @@ TEST(IniWriters, ConcurrentProcessesKeepEveryKey) {
         ASSERT_GE(pid, 0);
         if (pid == 0) {
             Platform platform = make_platform();
+            ini::IniFiles ini(*platform.files, *platform.clock);
             bool ok = true;
             for (int k = 0; k < kKeys; ++k) {
                 const std::string key = "w" + std::to_string(w) + "k" + std::to_string(k);
                 ini::WriteFailure failure;
-                ok &= ini::write_ini(*platform.files, file,
-                                     {ini::EditKind::SetValue, "s", key, "v"}, "\n", failure);
+                ok &= ini.write(file, {ini::EditKind::SetValue, "s", key, "v"}, "\n", failure);
             }
             ::_exit(ok ? 0 : 1);
         }
@@ -41,9 +41,9 @@ TEST(IniWriters, ConcurrentProcessesKeepEveryKey) {
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     }
     Platform platform = make_platform();
-    int error = 0;
-    const std::string bytes = platform.files->read_file(file, error).value_or("");
-    EXPECT_EQ(ini::section_entries(bytes, "s").size(), std::size_t{kWriters * kKeys});
+    const auto bytes = platform.files->read_file(file);
+    ASSERT_TRUE(bytes);
+    EXPECT_EQ(ini::section_entries(*bytes, "s").size(), std::size_t{kWriters * kKeys});
     std::filesystem::remove_all(dir);
 }
 

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "os/posix/posix_platform.hpp"
 #include "sync/executor.hpp"
 #include "sync/sort.hpp"
 
@@ -16,23 +17,17 @@ namespace {
 namespace fs = std::filesystem;
 
 // Copies until `budget` files are written, then reports a full disk.
-class FullDisk final : public MirrorFiles {
+class FullDisk final : public posix::PosixFileSystem {
   public:
     explicit FullDisk(int budget) : budget_(budget) {}
-    bool copy_new(const std::string& from, const std::string& to, int& error) override {
-        if (budget_-- > 0) return real_->copy_new(from, to, error);
-        std::ofstream(to) << "part";  // what a full disk leaves behind
-        fs::remove(to);
-        error = ENOSPC;
-        return false;
-    }
-    bool replace(const std::string& from, const std::string& to, int& error) override {
-        return real_->replace(from, to, error);
+    Status copy_file(const std::string& from, const std::string& to,
+                     const CopyControl& control) override {
+        if (budget_-- > 0) return PosixFileSystem::copy_file(from, to, control);
+        return posix::system_error(ENOSPC);
     }
 
   private:
     int budget_;
-    std::unique_ptr<MirrorFiles> real_ = make_mirror_files();
 };
 
 struct Ended {
@@ -42,8 +37,9 @@ struct Ended {
 
 class Recorder final : public ExecutionObserver {
   public:
-    void action_ended(const Action& a, std::string_view path, int error) override {
-        ended.push_back({std::string(kind_name(a.kind)), std::string(path), error});
+    void action_ended(const Action& a, std::string_view path, const Status& outcome) override {
+        ended.push_back({std::string(kind_name(a.kind)), std::string(path),
+                         outcome.ok() ? 0 : outcome.error().code});
     }
     void between_actions(std::int64_t, std::string_view) override {}
     std::vector<Ended> ended;
@@ -79,21 +75,20 @@ class SyncExecutor : public ::testing::Test {
         std::ifstream in(dir_ / rel);
         return {std::istreambuf_iterator<char>(in), {}};
     }
-    std::vector<Ended> run(Listing& s, Listing& t, MirrorFiles& files, Listing* after = nullptr) {
+    std::vector<Ended> run(Listing& s, Listing& t, FileSystem& files, Listing* after = nullptr) {
         sort_listing(s);
         sort_listing(t);
         const std::string sroot = (dir_ / "src").string(), troot = (dir_ / "dst").string();
         const ActionList list = compute_actions({s, sroot}, {t, troot}, {});
         Recorder recorder;
-        Executor x({s, sroot}, {t, troot}, *ops_, files, recorder);
+        Executor x({s, sroot}, {t, troot}, files, recorder);
         x.run(list, true);
         if (after) *after = x.target_after(list);
         return recorder.ended;
     }
 
     fs::path dir_;
-    std::unique_ptr<FileOperations> ops_ = make_file_operations();
-    std::unique_ptr<MirrorFiles> files_ = make_mirror_files();
+    std::unique_ptr<FileSystem> files_ = make_file_system();
 };
 
 TEST_F(SyncExecutor, FailuresStayWithTheirActionAndTheRunGoesOn) {

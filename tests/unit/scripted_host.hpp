@@ -78,53 +78,73 @@ class ScriptedHost final : public Host {
     }
 };
 
-class MemoryFiles final : public FileSystem {
+// Whole files in memory; the tree operations are not there.
+class MemoryFiles : public FileSystem {
   public:
     std::map<std::string, std::string> files;
-    std::optional<FileStatus> status(const std::string& path) override {
+
+    static SystemError missing() { return {2, "No such file or directory", ErrorKind::NotFound}; }
+    static SystemError unsupported() { return {38, "Function not implemented"}; }
+
+    Result<FileEntry> status(const std::string& path) override {
         auto it = files.find(path);
-        if (it == files.end()) return std::nullopt;
-        return FileStatus{kAttrArchive, static_cast<std::int64_t>(it->second.size()), 0};
+        if (it == files.end()) return missing();
+        return FileEntry{path, false, false, kAttrArchive,
+                         static_cast<std::int64_t>(it->second.size()), 0};
     }
+    Result<FileEntry> entry(const std::string& path) override { return status(path); }
+    Result<std::vector<FileEntry>> list(const std::string&) override { return unsupported(); }
     bool any_ordinary_file(const std::string& pattern) override { return files.count(pattern) > 0; }
-    std::optional<std::string> read_file(const std::string& path, int& error) override {
-        auto it = files.find(path);
-        if (it == files.end()) {
-            error = 2;
-            return std::nullopt;
-        }
-        return it->second;
-    }
-    bool append_file(const std::string& path, std::string_view bytes) override {
-        files[path] += bytes;
-        return true;
-    }
-    bool append_private(const std::string& path, std::string_view bytes, int&) override {
-        return append_file(path, bytes);
-    }
-    std::unique_ptr<FileLock> lock_for_update(const std::string&, int&) override {
-        return std::make_unique<FileLock>();
-    }
-    std::string error_text(int code) override {
-        return "No such file or directory (" + std::to_string(code) + ")";
-    }
-    std::unique_ptr<OpenFile> open(const std::string&, OpenMode, int& error) override {
-        error = 2;
-        return nullptr;
-    }
-    bool replace_file(const std::string& path, std::string_view bytes, int&) override {
-        files[path] = bytes;
-        return true;
-    }
-    Result<std::unique_ptr<ReplacementFile>> begin_replace(const std::string&) override {
-        return SystemError{38, "Function not implemented"};
-    }
-    Status copy_file(const std::string&, const std::string&, const CopyControl&) override {
-        return SystemError{38, "Function not implemented"};
-    }
+    bool same_file(const std::string& a, const std::string& b) override { return a == b; }
+    std::string resolve(const std::string& path) override { return path; }
+    std::vector<std::string> home_directories() override { return {}; }
     std::optional<std::int64_t> tree_size(const std::string&) override { return std::nullopt; }
     std::optional<std::int64_t> free_space(const std::string&) override { return std::nullopt; }
+
+    Result<std::string> read_file(const std::string& path) override {
+        auto it = files.find(path);
+        if (it == files.end()) return missing();
+        return it->second;
+    }
+    Status append_file(const std::string& path, std::string_view bytes) override {
+        files[path] += bytes;
+        return {};
+    }
+    Status append_private(const std::string& path, std::string_view bytes) override {
+        return append_file(path, bytes);
+    }
+    Result<std::unique_ptr<FileLock>> lock_for_update(const std::string&) override {
+        return std::make_unique<FileLock>();
+    }
+    Result<std::unique_ptr<OpenFile>> open(const std::string&, OpenMode) override {
+        return missing();
+    }
+    Status replace_file(const std::string& path, std::string_view bytes) override {
+        files[path] = bytes;
+        return {};
+    }
+    Result<std::unique_ptr<ReplacementFile>> begin_replace(const std::string&) override {
+        return unsupported();
+    }
+    Status copy_file(const std::string&, const std::string&, const CopyControl&) override {
+        return unsupported();
+    }
     std::string temp_file_name(const std::string&, bool) override { return {}; }
+
+    Status remove_file(const std::string& path) override {
+        return files.erase(path) ? Status() : Status(missing());
+    }
+    Status make_directory(const std::string&) override { return unsupported(); }
+    Status remove_directory(const std::string&) override { return unsupported(); }
+    Status remove_tree(const std::string& path, std::string& failed) override {
+        failed = path;
+        return unsupported();
+    }
+    Status rename(const std::string&, const std::string&) override { return unsupported(); }
+    Result<AttributeOutcome> set_attributes(const std::string&, std::uint32_t,
+                                            std::uint32_t) override {
+        return unsupported();
+    }
 };
 
 class FixedEnvironment final : public Environment {
@@ -145,6 +165,7 @@ class FixedClock final : public Clock {
     double serial = value::date_serial(2026, 11, 22) + value::time_serial(13, 5, 9);
     double now() override { return serial; }
     double monotonic_seconds() override { return 0; }
+    std::int64_t utc_seconds() override { return 1795784709; }
     void sleep_ms(int) override {}
 };
 

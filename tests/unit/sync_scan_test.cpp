@@ -29,6 +29,9 @@ struct ScriptedReader : DirectoryReader {
         return 0;
     }
     bool transient(int error) const override { return error == EAGAIN; }
+    SystemError describe(int error) const override {
+        return {error, "code"};
+    }
 };
 
 // A path written with "/" in the platform's form.
@@ -54,7 +57,6 @@ struct WalkTest : testing::Test {
     std::vector<std::string> lines;
     int retries = 0;
     WalkEvents events{[&](const std::string& l) { lines.push_back(l); }, nullptr,
-                      [](int code) { return "code " + std::to_string(code); },
                       [&](int) { return ++retries < 10; }};
     std::string p(std::string_view relative) { return n(join_path("r", relative)); }
 
@@ -87,7 +89,7 @@ TEST_F(WalkTest, EachFolderBeforeItsSubFoldersInFoundOrder) {
     EXPECT_EQ(walk(true), ns({"b", "x", "a", "link", "b/1", "b/deep", "b/deep/2", "a/3"}));
     EXPECT_EQ(lines,
               ns({"(dirscan) Warning : Skipped r/pipe, which is neither a file nor a folder.",
-                  "(dirscan) Warning : Couldn't read all attributes of r/b/deep/2. code 2"}));
+                  "(dirscan) Warning : Couldn't read all attributes of r/b/deep/2. code (2)"}));
     EXPECT_EQ(walk(false), (std::vector<std::string>{"x"}));
 }
 
@@ -96,7 +98,7 @@ TEST_F(WalkTest, PassingFailuresRetryLastingOnesWarn) {
     reader.failures[p("a")] = {EACCES};          // a warning, and counts as walked
     EXPECT_EQ(walk(true), ns({"b", "x", "a", "link", "b/1", "b/deep", "b/deep/2"}));
     EXPECT_EQ(retries, 2);
-    EXPECT_EQ(lines.back(), n("(dirscan) Warning : Couldn't list r/a. code 13"));
+    EXPECT_EQ(lines.back(), n("(dirscan) Warning : Couldn't list r/a. code (13)"));
 
     reader.failures[p("b/deep")] = std::vector<int>(20, EAGAIN);  // given up by the caller
     EXPECT_TRUE(walk(true, false).empty());

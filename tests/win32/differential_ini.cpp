@@ -67,7 +67,7 @@ class IniComparison {
   private:
     void read(const fs::path& path, const std::string& name, const IniQuery& q,
               const std::string& bytes) {
-        const std::string ours = ini::read_ini(files_, path.string(), q.section, q.key, q.fallback);
+        const std::string ours = ini_.read(path.string(), q.section, q.key, q.fallback);
         const std::string system =
             system_profile_string(path.string(), q.section, q.key, q.fallback);
         report_.compare("ini-read", ours != system ? ini_read_class(bytes, q) : nullptr,
@@ -96,7 +96,7 @@ class IniComparison {
         for (std::size_t i = 0; i < c.edits.size(); ++i) {
             const IniEdit& e = c.edits[i];
             ini::WriteFailure failure;
-            ini::write_ini(files_, mine.string(), profile_edit(e), "\r\n", failure);
+            ini_.write(mine.string(), profile_edit(e), "\r\n", failure);
             system_write_profile(theirs.string(), e.section, e.key, e.value);
             const std::string ours = read_bytes(mine), system = read_bytes(theirs);
             const char* difference = ini_write_class({before, e, ours, system}, as_wine_writes);
@@ -111,6 +111,8 @@ class IniComparison {
     fs::path dir_;
     Report& report_;
     win32::Win32FileSystem files_;
+    win32::Win32Clock clock_;
+    ini::IniFiles ini_{files_, clock_};
 };
 
 }  // namespace

@@ -124,8 +124,7 @@ void OutputWindow::open_in_editor() {
     if (name.empty()) return;
     if (const std::size_t dot = name.rfind('.'); dot != std::string::npos) name.resize(dot);
     name += ".txt";
-    int error = 0;
-    if (!c_.files.replace_file(name, model_->file_image("\r\n"), error)) return;
+    if (!c_.files.replace_file(name, model_->file_image("\r\n"))) return;
     open_in_notepad(c_, name);
 }
 

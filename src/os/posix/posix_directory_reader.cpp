@@ -81,6 +81,7 @@ class PosixDirectoryReader final : public DirectoryReader {
         return error;
     }
 
+    SystemError describe(int error) const override { return posix::system_error(error); }
     bool transient(int error) const override {
         switch (error) {
             case EINTR:

@@ -91,6 +91,10 @@ double PosixClock::now() {
            value::time_serial(local.tm_hour, local.tm_min, local.tm_sec);
 }
 
+std::int64_t PosixClock::utc_seconds() {
+    return static_cast<std::int64_t>(std::time(nullptr));
+}
+
 double PosixClock::monotonic_seconds() {
     using namespace std::chrono;
     return duration<double>(steady_clock::now().time_since_epoch()).count();

@@ -44,34 +44,31 @@ void remove_stale_temporaries(const std::string& target) {
 
 }  // namespace
 
-std::unique_ptr<FileLock> posix::PosixFileSystem::lock_for_update(const std::string& path,
-                                                                  int& error) {
-    std::unique_ptr<FileLock> lock = lock_file(path, kLockWaitMs, error);
+Result<std::unique_ptr<FileLock>> posix::PosixFileSystem::lock_for_update(
+    const std::string& path) {
+    auto lock = lock_file(path, kLockWaitMs);
     if (lock) remove_stale_temporaries(native_path(path));
     return lock;
 }
 
-std::unique_ptr<FileLock> lock_file(const std::string& path, int timeout_ms, int& error) {
+Result<std::unique_ptr<FileLock>> lock_file(const std::string& path, int timeout_ms) {
     const std::string name = lock_file_name(posix::native_path(path));
     const int fd =
         ::open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
-    if (fd < 0) {
-        error = errno;
-        return nullptr;
-    }
+    if (fd < 0) return posix::system_error(errno);
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout_ms);
     auto pause = std::chrono::milliseconds(1);
     while (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
         if ((errno != EWOULDBLOCK && errno != EINTR) ||
             std::chrono::steady_clock::now() >= deadline) {
-            error = errno;
+            const SystemError error = posix::system_error(errno);
             ::close(fd);
-            return nullptr;
+            return error;
         }
         std::this_thread::sleep_for(pause);
         pause = std::min(pause * 2, std::chrono::milliseconds(50));
     }
-    return std::make_unique<PosixFileLock>(fd);
+    return std::unique_ptr<FileLock>(std::make_unique<PosixFileLock>(fd));
 }
 
 }  // namespace quiller

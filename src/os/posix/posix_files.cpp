@@ -1,4 +1,5 @@
-// Files on POSIX: Windows-style attributes are derived from the mode bits and the name.
+// Files on POSIX: status, wildcard tests, whole-file reads and appends. Windows-style
+// attributes are derived from the mode bits and the name.
 #include <dirent.h>
 #include <fcntl.h>
 #include <fnmatch.h>
@@ -6,9 +7,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 
-#include "os/posix/posix_file_operations.hpp"
+#include "os/posix/posix_dos_attributes.hpp"
 #include "os/posix/posix_platform.hpp"
 
 namespace quiller::posix {
@@ -49,13 +49,18 @@ std::string native_path(std::string_view path) {
     return p;
 }
 
-std::optional<FileStatus> PosixFileSystem::status(const std::string& path) {
+Result<FileEntry> PosixFileSystem::status(const std::string& path) {
     const std::string p = native_path(path);
     struct stat st {};
-    if (p.empty() || ::stat(p.c_str(), &st) != 0) return std::nullopt;
-    return FileStatus{with_dos_attributes(p, attributes_of(st, base_name(p))),
-                      static_cast<std::int64_t>(st.st_size),
-                      static_cast<std::int64_t>(st.st_mtime)};
+    if (p.empty()) return system_error(ENOENT);
+    if (::stat(p.c_str(), &st) != 0) return system_error(errno);
+    FileEntry e;
+    e.name = base_name(p);
+    e.directory = S_ISDIR(st.st_mode);
+    e.attributes = with_dos_attributes(p, attributes_of(st, e.name));
+    e.size = static_cast<std::int64_t>(st.st_size);
+    e.modified = static_cast<std::int64_t>(st.st_mtime);
+    return e;
 }
 
 bool PosixFileSystem::any_ordinary_file(const std::string& pattern) {
@@ -79,13 +84,10 @@ bool PosixFileSystem::any_ordinary_file(const std::string& pattern) {
     return found;
 }
 
-std::optional<std::string> PosixFileSystem::read_file(const std::string& path, int& error) {
+Result<std::string> PosixFileSystem::read_file(const std::string& path) {
     const std::string p = native_path(path);
     const int fd = ::open(p.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-        error = errno;
-        return std::nullopt;
-    }
+    if (fd < 0) return system_error(errno);
     std::string content;
     char buffer[65536];
     for (;;) {
@@ -93,9 +95,9 @@ std::optional<std::string> PosixFileSystem::read_file(const std::string& path, i
         if (n == 0) break;
         if (n < 0) {
             if (errno == EINTR) continue;
-            error = errno;
+            const SystemError error = system_error(errno);
             ::close(fd);
-            return std::nullopt;
+            return error;
         }
         content.append(buffer, static_cast<std::size_t>(n));
     }
@@ -103,58 +105,44 @@ std::optional<std::string> PosixFileSystem::read_file(const std::string& path, i
     return content;
 }
 
-bool PosixFileSystem::append_file(const std::string& path, std::string_view bytes) {
-    const std::string p = native_path(path);
-    const int fd = ::open(p.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
-    if (fd < 0) return false;
-    bool ok = true;
-    while (!bytes.empty()) {
+namespace {
+
+// All of `bytes` to `fd`, which is closed.
+Status write_and_close(int fd, std::string_view bytes) {
+    Status s;
+    while (!bytes.empty() && s) {
         const ssize_t n = ::write(fd, bytes.data(), bytes.size());
         if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) {
-            ok = false;
-            break;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(n));
+        if (n <= 0)
+            s = system_error(n < 0 ? errno : EIO);
+        else
+            bytes.remove_prefix(static_cast<std::size_t>(n));
     }
-    return ::close(fd) == 0 && ok;
+    if (::close(fd) != 0 && s) s = system_error(errno);
+    return s;
 }
 
-bool PosixFileSystem::append_private(const std::string& path, std::string_view bytes, int& error) {
+}  // namespace
+
+Status PosixFileSystem::append_file(const std::string& path, std::string_view bytes) {
+    const std::string p = native_path(path);
+    const int fd = ::open(p.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+    if (fd < 0) return system_error(errno);
+    return write_and_close(fd, bytes);
+}
+
+Status PosixFileSystem::append_private(const std::string& path, std::string_view bytes) {
     const std::string p = native_path(path);
     const int fd = ::open(p.c_str(),
                           O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
-    if (fd < 0) {
-        error = errno;
-        return false;
-    }
+    if (fd < 0) return system_error(errno);
     struct stat st {};
     if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) || st.st_uid != ::geteuid()) {
-        error = S_ISDIR(st.st_mode) ? EISDIR : EPERM;
         ::close(fd);
-        return false;
+        return system_error(S_ISDIR(st.st_mode) ? EISDIR : EPERM);
     }
     ::fcntl(fd, F_SETFL, O_WRONLY | O_APPEND);  // a regular file: blocking writes again
-    bool ok = true;
-    while (!bytes.empty()) {
-        const ssize_t n = ::write(fd, bytes.data(), bytes.size());
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) {
-            error = n < 0 ? errno : EIO;
-            ok = false;
-            break;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(n));
-    }
-    if (::close(fd) != 0 && ok) {
-        error = errno;
-        ok = false;
-    }
-    return ok;
-}
-
-std::string PosixFileSystem::error_text(int code) {
-    return std::string(std::strerror(code)) + " (" + std::to_string(code) + ")";
+    return write_and_close(fd, bytes);
 }
 
 }  // namespace quiller::posix

@@ -79,22 +79,18 @@ std::string temp_stem(const std::string& prefix) {
 
 }  // namespace
 
-std::unique_ptr<OpenFile> PosixFileSystem::open(const std::string& path, OpenMode mode,
-                                                int& error) {
+Result<std::unique_ptr<OpenFile>> PosixFileSystem::open(const std::string& path, OpenMode mode) {
     const std::string p = native_path(path);
-    if (p.empty()) {
-        error = ENOENT;
-        return nullptr;
-    }
+    if (p.empty()) return system_error(ENOENT);
+    int error = 0;
     const int fd = open_checked(p, mode, error);
-    if (fd < 0) return nullptr;
-    return std::make_unique<BufferedFile>(std::make_unique<PosixRawFile>(fd, p));
+    if (fd < 0) return system_error(error);
+    return std::unique_ptr<OpenFile>(
+        std::make_unique<BufferedFile>(std::make_unique<PosixRawFile>(fd, p)));
 }
 
-bool PosixFileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {
-    const Status s = replace_content(primitives_, path, bytes);
-    if (!s) error = s.error().code;
-    return s.ok();
+Status PosixFileSystem::replace_file(const std::string& path, std::string_view bytes) {
+    return replace_content(primitives_, path, bytes);
 }
 
 Result<std::unique_ptr<ReplacementFile>> PosixFileSystem::begin_replace(const std::string& path) {

@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "os/posix/posix_file_operations.hpp"
+#include "os/posix/posix_dos_attributes.hpp"
 #include "os/posix/posix_platform.hpp"
 
 namespace quiller::posix {
@@ -126,10 +126,12 @@ Status PosixRawFile::close() {
     return result == 0 ? Status() : last_error();
 }
 
-Result<std::string> PosixPrimitives::replaceable(const std::string& path) {
-    std::string target = resolved(native_path(path));
+// A link itself, when it is not followed, may be replaced whatever it leads to.
+Result<std::string> PosixPrimitives::replaceable(const std::string& path, bool follow_link) {
+    std::string target = follow_link ? resolved(native_path(path)) : native_path(path);
     struct stat st {};
-    if (::stat(target.c_str(), &st) == 0 && (!S_ISREG(st.st_mode) || !(st.st_mode & S_IWUSR)))
+    const int found = follow_link ? ::stat(target.c_str(), &st) : ::lstat(target.c_str(), &st);
+    if (found == 0 && !S_ISLNK(st.st_mode) && (!S_ISREG(st.st_mode) || !(st.st_mode & S_IWUSR)))
         return system_error(S_ISDIR(st.st_mode) ? EISDIR : EACCES);
     return target;
 }
@@ -155,9 +157,10 @@ Result<std::unique_ptr<RawFile>> PosixPrimitives::create_new(const std::string& 
     return std::unique_ptr<RawFile>(std::make_unique<PosixRawFile>(fd, path));
 }
 
-Status PosixPrimitives::rename_over(const std::string& from, const std::string& to) {
+Status PosixPrimitives::rename_over(const std::string& from, const std::string& to,
+                                    bool durable) {
     if (::rename(from.c_str(), to.c_str()) != 0) return last_error();
-    sync_directory(to);
+    if (durable) sync_directory(to);
     return {};
 }
 

@@ -31,11 +31,11 @@ class PosixRawFile final : public RawFile {
 
 class PosixPrimitives final : public FilePrimitives {
   public:
-    Result<std::string> replaceable(const std::string& path) override;
+    Result<std::string> replaceable(const std::string& path, bool follow_link) override;
     Result<std::unique_ptr<RawFile>> open_source(const std::string& path) override;
     Result<std::unique_ptr<RawFile>> create_new(const std::string& path,
                                                 const std::string& like) override;
-    Status rename_over(const std::string& from, const std::string& to) override;
+    Status rename_over(const std::string& from, const std::string& to, bool durable) override;
     void discard(const std::string& path) override;
     SystemError cancelled() override;
     SystemError same_file() override;

@@ -14,6 +14,12 @@ double Win32Clock::now() {
            value::time_serial(t.wHour, t.wMinute, t.wSecond);
 }
 
+std::int64_t Win32Clock::utc_seconds() {
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    return unix_seconds(now);
+}
+
 double Win32Clock::monotonic_seconds() {
     using namespace std::chrono;
     return duration<double>(steady_clock::now().time_since_epoch()).count();

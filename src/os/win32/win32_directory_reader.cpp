@@ -6,24 +6,15 @@
 #include "os/directory_reader.hpp"
 #include "os/platform.hpp"
 #include "os/win32/win32_platform.hpp"
+#include "os/win32/win32_raw_file.hpp"
 
 namespace quiller {
 namespace {
 
-// 100-nanosecond steps from 1601-01-01 to 1970-01-01.
-constexpr std::int64_t kUnixEpoch = 116444736000000000LL;
-
-std::int64_t unix_seconds(const FILETIME& t) {
-    const std::int64_t ticks =
-        (static_cast<std::int64_t>(t.dwHighDateTime) << 32) | t.dwLowDateTime;
-    const std::int64_t since = ticks - kUnixEpoch;
-    return since >= 0 ? since / 10000000 : -((-since + 9999999) / 10000000);
-}
-
 void set_status(DirectoryEntry& e, DWORD attributes, const FILETIME& written, DWORD size_high,
                 DWORD size_low) {
     e.attributes = attributes & 0xFFFF & ~static_cast<std::uint32_t>(kAttrCompressed);
-    e.modified = unix_seconds(written);
+    e.modified = win32::unix_seconds(written);
     if (attributes & FILE_ATTRIBUTE_DIRECTORY) return;
     e.size = (static_cast<std::int64_t>(size_high) << 32) | size_low;
 }
@@ -83,6 +74,9 @@ class Win32DirectoryReader final : public DirectoryReader {
         return static_cast<int>(error);
     }
 
+    SystemError describe(int error) const override {
+        return win32::system_error(static_cast<DWORD>(error));
+    }
     bool transient(int error) const override {
         switch (error) {
             case ERROR_NOT_ENOUGH_MEMORY:

@@ -41,34 +41,29 @@ void remove_stale_temporaries(const std::string& target) {
 
 }  // namespace
 
-std::unique_ptr<FileLock> win32::Win32FileSystem::lock_for_update(const std::string& path,
-                                                                  int& error) {
-    std::unique_ptr<FileLock> lock = lock_file(path, kLockWaitMs, error);
+Result<std::unique_ptr<FileLock>> win32::Win32FileSystem::lock_for_update(
+    const std::string& path) {
+    auto lock = lock_file(path, kLockWaitMs);
     if (lock) remove_stale_temporaries(path);
     return lock;
 }
 
-std::unique_ptr<FileLock> lock_file(const std::string& path, int timeout_ms, int& error) {
+Result<std::unique_ptr<FileLock>> lock_file(const std::string& path, int timeout_ms) {
     const std::wstring name = win32::native_path(lock_file_name(path));
     win32::FileHandle file(CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE,
                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                        nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file.valid()) {
-        error = static_cast<int>(GetLastError());
-        return nullptr;
-    }
+    if (!file.valid()) return win32::last_system_error();
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout_ms);
     auto pause = std::chrono::milliseconds(1);
     for (;;) {
         OVERLAPPED at{};
         if (LockFileEx(file.get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, MAXDWORD,
                        MAXDWORD, &at))
-            return std::make_unique<Win32FileLock>(std::move(file));
+            return std::unique_ptr<FileLock>(std::make_unique<Win32FileLock>(std::move(file)));
         const DWORD code = GetLastError();
-        if (code != ERROR_LOCK_VIOLATION || std::chrono::steady_clock::now() >= deadline) {
-            error = static_cast<int>(code);
-            return nullptr;
-        }
+        if (code != ERROR_LOCK_VIOLATION || std::chrono::steady_clock::now() >= deadline)
+            return win32::system_error(code);
         std::this_thread::sleep_for(pause);
         pause = std::min(pause * 2, std::chrono::milliseconds(50));
     }

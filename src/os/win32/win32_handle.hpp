@@ -9,6 +9,7 @@
 #endif
 #include <windows.h>
 
+#include <cstdint>
 #include <utility>
 
 namespace quiller::win32 {
@@ -70,6 +71,16 @@ inline bool write_all(HANDLE h, const char* data, std::size_t size) {
         size -= written;
     }
     return true;
+}
+
+// A file time as seconds since 1970-01-01 UTC, rounded towards minus infinity so that times
+// before 1970 stay in their own second.
+inline std::int64_t unix_seconds(const FILETIME& t) {
+    constexpr std::int64_t kUnixEpochTicks = 116444736000000000LL;  // 1601 to 1970, in 100 ns
+    const std::int64_t ticks =
+        (static_cast<std::int64_t>(t.dwHighDateTime) << 32) | t.dwLowDateTime;
+    const std::int64_t since = ticks - kUnixEpochTicks;
+    return since >= 0 ? since / 10000000 : -((-since + 9999999) / 10000000);
 }
 
 }  // namespace quiller::win32

@@ -145,7 +145,7 @@ std::string network_error_text(DWORD code) {
         if (WNetGetLastErrorW(&provider_code, text, 512, provider, 256) == NO_ERROR && *text)
             return narrow(text) + " (" + std::to_string(provider_code) + ")";
     }
-    return Win32FileSystem().error_text(static_cast<int>(code));
+    return system_error(code).shown();
 }
 
 }  // namespace quiller::win32

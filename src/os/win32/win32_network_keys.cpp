@@ -88,7 +88,7 @@ std::string send_key_strokes(std::span<const KeyStroke> keys) {
     if (sent == inputs.size()) return {};
     // Input blocked by a window of higher integrity leaves no error code of its own.
     const DWORD code = GetLastError();
-    return Win32FileSystem().error_text(static_cast<int>(code ? code : ERROR_ACCESS_DENIED));
+    return system_error(code ? code : ERROR_ACCESS_DENIED).shown();
 }
 
 }  // namespace quiller::win32

@@ -41,7 +41,7 @@ DWORD unusable(HANDLE h, OpenMode mode) {
 
 // Opens and checks the file; an invalid handle with `error` set on failure. Writing truncates
 // only after the checks.
-FileHandle open_checked(const std::string& path, OpenMode mode, int& error) {
+FileHandle open_checked(const std::string& path, OpenMode mode, DWORD& error) {
     const std::wstring name = native_path(path);
     if (mode != OpenMode::Read && is_read_only(name)) {
         error = ERROR_ACCESS_DENIED;
@@ -55,27 +55,23 @@ FileHandle open_checked(const std::string& path, OpenMode mode, int& error) {
         !SetEndOfFile(file.get()))
         code = GetLastError();
     if (code == 0) return file;
-    error = static_cast<int>(code);
+    error = code;
     return FileHandle();
 }
 
 }  // namespace
 
-std::unique_ptr<OpenFile> Win32FileSystem::open(const std::string& path, OpenMode mode,
-                                                int& error) {
-    if (path.empty()) {
-        error = ERROR_FILE_NOT_FOUND;
-        return nullptr;
-    }
+Result<std::unique_ptr<OpenFile>> Win32FileSystem::open(const std::string& path, OpenMode mode) {
+    if (path.empty()) return system_error(ERROR_FILE_NOT_FOUND);
+    DWORD error = 0;
     FileHandle file = open_checked(path, mode, error);
-    if (!file.valid()) return nullptr;
-    return std::make_unique<BufferedFile>(std::make_unique<Win32RawFile>(std::move(file)));
+    if (!file.valid()) return system_error(error);
+    return std::unique_ptr<OpenFile>(
+        std::make_unique<BufferedFile>(std::make_unique<Win32RawFile>(std::move(file))));
 }
 
-bool Win32FileSystem::replace_file(const std::string& path, std::string_view bytes, int& error) {
-    const Status s = replace_content(primitives_, path, bytes);
-    if (!s) error = s.error().code;
-    return s.ok();
+Status Win32FileSystem::replace_file(const std::string& path, std::string_view bytes) {
+    return replace_content(primitives_, path, bytes);
 }
 
 Result<std::unique_ptr<ReplacementFile>> Win32FileSystem::begin_replace(const std::string& path) {

@@ -101,7 +101,8 @@ Status Win32RawFile::close() {
     return file_.close() ? Status() : last_system_error();
 }
 
-Result<std::string> Win32Primitives::replaceable(const std::string& path) {
+// The attributes are the name's own, so a link is never followed: MoveFileExW replaces the link.
+Result<std::string> Win32Primitives::replaceable(const std::string& path, bool) {
     const std::wstring target = full_path(widen(path));
     const DWORD old = GetFileAttributesW(native_path(narrow(target)).c_str());
     if (old != INVALID_FILE_ATTRIBUTES &&
@@ -129,9 +130,10 @@ Result<std::unique_ptr<RawFile>> Win32Primitives::create_new(const std::string& 
     return std::unique_ptr<RawFile>(std::make_unique<Win32RawFile>(std::move(file)));
 }
 
-Status Win32Primitives::rename_over(const std::string& from, const std::string& to) {
+Status Win32Primitives::rename_over(const std::string& from, const std::string& to,
+                                    bool durable) {
     if (MoveFileExW(native_path(from).c_str(), native_path(to).c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+                    MOVEFILE_REPLACE_EXISTING | (durable ? MOVEFILE_WRITE_THROUGH : 0)))
         return {};
     return last_system_error();
 }

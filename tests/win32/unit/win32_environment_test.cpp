@@ -46,9 +46,8 @@ TEST(Win32Environment, MemoryAndLocalTime) {
 }
 
 TEST(Win32ErrorText, CarriesTheCode) {
-    win32::Win32FileSystem files;
-    for (const int code : {ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_PATH_NOT_FOUND}) {
-        const std::string text = files.error_text(code);
+    for (const DWORD code : {ERROR_FILE_NOT_FOUND, ERROR_ACCESS_DENIED, ERROR_PATH_NOT_FOUND}) {
+        const std::string text = win32::system_error(code).shown();
         const std::string tail = " (" + std::to_string(code) + ")";
         ASSERT_TRUE(text.ends_with(tail)) << text;
         const std::string message = text.substr(0, text.size() - tail.size());
@@ -56,7 +55,7 @@ TEST(Win32ErrorText, CarriesTheCode) {
         EXPECT_EQ(message.find_first_of("\r\n"), std::string::npos) << text;
         EXPECT_NE(message.back(), '.') << text;
     }
-    EXPECT_TRUE(files.error_text(0x7FFF0000).ends_with(" (2147418112)"));
+    EXPECT_TRUE(win32::system_error(0x7FFF0000).shown().ends_with(" (2147418112)"));
 }
 
 TEST(Win32Paths, LongPathForms) {

@@ -58,12 +58,11 @@ class Win32Files : public ::testing::Test {
         return {std::istreambuf_iterator<char>(in), {}};
     }
     Lines lines(const std::string& name) {
-        int error = 0;
-        auto file = files.open(path(name), OpenMode::Read, error);
-        EXPECT_TRUE(file) << error;
+        auto opened = files.open(path(name), OpenMode::Read);
+        EXPECT_TRUE(opened);
         Lines out;
-        if (!file) return out;
-        for (std::string line; file->read_line(line);) out.push_back(line);
+        if (!opened) return out;
+        for (std::string line; (*opened)->read_line(line);) out.push_back(line);
         return out;
     }
 
@@ -81,9 +80,9 @@ TEST_F(Win32Files, LineEndsSplitAcrossReads) {
     write("long.txt", std::string(3 * buffer + 7, 'x') + "\n\nz");
     EXPECT_EQ(lines("long.txt"), (Lines{std::string(3 * buffer + 7, 'x'), "", "z"}));
     // The end of the file stays the end, and a closed file reads nothing.
-    int error = 0;
-    auto file = files.open(path("lone.txt"), OpenMode::Read, error);
-    ASSERT_TRUE(file);
+    auto opened = files.open(path("lone.txt"), OpenMode::Read);
+    ASSERT_TRUE(opened);
+    OpenFile* file = opened->get();
     std::string line;
     while (file->read_line(line)) {
     }
@@ -93,31 +92,27 @@ TEST_F(Win32Files, LineEndsSplitAcrossReads) {
 }
 
 TEST_F(Win32Files, FoldersMissingFilesAndDevices) {
-    int error = 0;
-    EXPECT_FALSE(files.open(win32::narrow(dir.wstring()), OpenMode::Read, error));
-    EXPECT_EQ(error, ERROR_ACCESS_DENIED);
-    EXPECT_FALSE(files.open(path("missing.txt"), OpenMode::Read, error));
-    EXPECT_EQ(error, ERROR_FILE_NOT_FOUND);
-    EXPECT_FALSE(files.open("", OpenMode::Write, error));
-    EXPECT_FALSE(files.open("NUL", OpenMode::Read, error));
-    EXPECT_EQ(error, ERROR_INVALID_PARAMETER);
-    auto sink = files.open("NUL", OpenMode::Write, error);
-    ASSERT_TRUE(sink) << error;
-    EXPECT_TRUE(sink->write("discarded\n"));
+    EXPECT_EQ(files.open(win32::narrow(dir.wstring()), OpenMode::Read).error().code,
+              ERROR_ACCESS_DENIED);
+    EXPECT_EQ(files.open(path("missing.txt"), OpenMode::Read).error().code, ERROR_FILE_NOT_FOUND);
+    EXPECT_FALSE(files.open("", OpenMode::Write));
+    EXPECT_EQ(files.open("NUL", OpenMode::Read).error().code, ERROR_INVALID_PARAMETER);
+    auto sink = files.open("NUL", OpenMode::Write);
+    ASSERT_TRUE(sink);
+    EXPECT_TRUE((*sink)->write("discarded\n"));
 }
 
 TEST_F(Win32Files, WriteTruncatesAndAppendAppends) {
     write("w.txt", "old content\n");
-    int error = 0;
-    auto w = files.open(path("w.txt"), OpenMode::Write, error);
+    auto w = files.open(path("w.txt"), OpenMode::Write);
     ASSERT_TRUE(w);
-    EXPECT_TRUE(w->write("new\n"));
+    EXPECT_TRUE((*w)->write("new\n"));
     EXPECT_EQ(content("w.txt"), "new\n");  // written through at once
-    EXPECT_TRUE(w->close());
-    auto a = files.open(path("w.txt"), OpenMode::Append, error);
+    EXPECT_TRUE((*w)->close());
+    auto a = files.open(path("w.txt"), OpenMode::Append);
     ASSERT_TRUE(a);
-    EXPECT_TRUE(a->write("more\n"));
-    a.reset();
+    EXPECT_TRUE((*a)->write("more\n"));
+    a->reset();
     EXPECT_EQ(content("w.txt"), "new\nmore\n");
     EXPECT_TRUE(files.append_file(path("w.txt"), "last"));
     EXPECT_EQ(content("w.txt"), "new\nmore\nlast");
@@ -129,26 +124,22 @@ TEST_F(Win32Files, ReadOnlyFilesAreNeitherTruncatedNorReplaced) {
     const auto st = files.status(path("ro.txt"));
     ASSERT_TRUE(st);
     EXPECT_TRUE(st->attributes & kAttrReadOnly);
-    int error = 0;
-    EXPECT_FALSE(files.open(path("ro.txt"), OpenMode::Write, error));
-    EXPECT_EQ(error, ERROR_ACCESS_DENIED);
-    EXPECT_FALSE(files.replace_file(path("ro.txt"), "changed", error));
-    EXPECT_EQ(error, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(files.open(path("ro.txt"), OpenMode::Write).error().code, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(files.replace_file(path("ro.txt"), "changed").error().code, ERROR_ACCESS_DENIED);
     EXPECT_EQ(content("ro.txt"), "keep me\n");
-    EXPECT_TRUE(files.open(path("ro.txt"), OpenMode::Read, error));
+    EXPECT_TRUE(files.open(path("ro.txt"), OpenMode::Read));
 }
 
 TEST_F(Win32Files, ReplaceKeepsAttributesAndLeavesNoTemporaryFile) {
     write("target.txt", "before");
     SetFileAttributesW(win32::widen(path("target.txt")).c_str(), FILE_ATTRIBUTE_HIDDEN);
-    int error = 0;
-    ASSERT_TRUE(files.replace_file(path("target.txt"), "after", error)) << error;
+    ASSERT_TRUE(files.replace_file(path("target.txt"), "after"));
     EXPECT_EQ(content("target.txt"), "after");
     EXPECT_TRUE(files.status(path("target.txt"))->attributes & kAttrHidden);
     EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1);
-    ASSERT_TRUE(files.replace_file(path("new.txt"), "fresh", error)) << error;
+    ASSERT_TRUE(files.replace_file(path("new.txt"), "fresh"));
     EXPECT_EQ(content("new.txt"), "fresh");
-    EXPECT_FALSE(files.replace_file(win32::narrow(dir.wstring()), "x", error));
+    EXPECT_FALSE(files.replace_file(win32::narrow(dir.wstring()), "x"));
 }
 
 // Status (attributes, size, time, folders) and plain wildcards are in the script tests
@@ -197,8 +188,7 @@ TEST_F(Win32Files, NonAsciiNames) {
     const std::string name = "caf\xC3\xA9 \xE2\x82\xAC.txt";  // "café €.txt"
     ASSERT_TRUE(files.append_file(path(name), "x\r\ny"));
     EXPECT_TRUE(fs::exists(dir / win32::widen(name)));
-    int error = 0;
-    EXPECT_EQ(files.read_file(path(name), error), "x\r\ny");
+    EXPECT_EQ(*files.read_file(path(name)), "x\r\ny");
     EXPECT_EQ(lines(name), (Lines{"x", "y"}));
     EXPECT_TRUE(files.any_ordinary_file(path("caf\xC3\xA9*")));
 }
@@ -212,12 +202,11 @@ TEST_F(Win32Files, LongPaths) {
     }
     const std::string file = deep + "\\long.txt";
     ASSERT_TRUE(files.append_file(file, "far away\n"));
-    int error = 0;
-    EXPECT_EQ(files.read_file(file, error), "far away\n");
+    EXPECT_EQ(*files.read_file(file), "far away\n");
     ASSERT_TRUE(files.status(file));
     EXPECT_EQ(files.status(file)->size, 9);
-    EXPECT_TRUE(files.replace_file(file, "nearer", error)) << error;
-    EXPECT_EQ(files.read_file(file, error), "nearer");
+    EXPECT_TRUE(files.replace_file(file, "nearer"));
+    EXPECT_EQ(*files.read_file(file), "nearer");
     EXPECT_TRUE(files.any_ordinary_file(deep + "\\*.txt"));
     EXPECT_EQ(files.tree_size(win32::narrow(dir.wstring())), 6);
     EXPECT_TRUE(win32::native_path(file).starts_with(L"\\\\?\\"));

@@ -1,4 +1,4 @@
-// Copying a file (through the shared helper) and removing a tree on POSIX.
+// Removing a tree on POSIX.
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,8 +15,7 @@
 #include <vector>
 
 #include "os/file_operation_paths.hpp"
-#include "os/posix/posix_file_operations.hpp"
-#include "os/atomic_replace.hpp"
+#include "os/removal_failures.hpp"
 #include "os/posix/posix_platform.hpp"
 #include "os/posix/posix_raw_file.hpp"
 
@@ -35,9 +34,9 @@ struct Fd {
 using Identity = std::pair<dev_t, ino_t>;
 
 // The root and the home directories, which a removal never enters, whatever their name.
-std::vector<Identity> protected_identities(PosixFileOperations& ops) {
+std::vector<Identity> protected_identities(PosixFileSystem& files) {
     std::vector<Identity> out;
-    std::vector<std::string> dirs = ops.home_directories();
+    std::vector<std::string> dirs = files.home_directories();
     dirs.emplace_back("/");
     for (const std::string& d : dirs) {
         struct stat st {};
@@ -51,22 +50,10 @@ std::vector<Identity> protected_identities(PosixFileOperations& ops) {
 // of the protected directories (met again through a bind mount).
 class TreeRemoval {
   public:
-    TreeRemoval(dev_t device, std::vector<Identity> kept, char separator, std::string& failed,
-                int& error)
-        : device_(device),
-          kept_(std::move(kept)),
-          separator_(separator),
-          failed_(failed),
-          error_(error) {}
+    TreeRemoval(dev_t device, std::vector<Identity> kept, RemovalFailures& failures)
+        : device_(device), kept_(std::move(kept)), failures_(failures) {}
 
-    bool ok() const { return ok_; }
-    void fail(const std::string& shown, int code) {
-        if (ok_) {
-            failed_ = shown;
-            error_ = code;
-        }
-        ok_ = false;
-    }
+    void fail(const std::string& shown, int code) { failures_.fail(shown, system_error(code)); }
 
     // Empties the open directory `fd` (taken over) that messages call `shown`.
     void empty(int fd, const std::string& shown) {
@@ -96,7 +83,7 @@ class TreeRemoval {
     }
 
     void remove_entry(int fd, const std::string& name, const std::string& shown) {
-        const std::string child = shown + separator_ + name;
+        const std::string child = failures_.child(shown, name);
         struct stat st {};
         if (::fstatat(fd, name.c_str(), &st, AT_SYMLINK_NOFOLLOW) != 0) {
             if (errno != ENOENT) fail(child, errno);
@@ -114,47 +101,36 @@ class TreeRemoval {
 
     dev_t device_;
     std::vector<Identity> kept_;
-    char separator_;
-    std::string& failed_;
-    int& error_;
-    bool ok_ = true;
+    RemovalFailures& failures_;
 };
 
 }  // namespace
 
-bool PosixFileOperations::copy_file(const std::string& from, const std::string& to, int& error) {
-    PosixPrimitives primitives;
-    const Status s = copy_through_temp(primitives, from, to);
-    if (!s) error = s.error().code;
-    return s.ok();
-}
-
-bool PosixFileOperations::remove_tree(const std::string& path, std::string& failed, int& error) {
+Status PosixFileSystem::remove_tree(const std::string& path, std::string& failed) {
     const std::string p = native_path(path);
     struct stat st {};
     int code = 0;
     if (::lstat(p.c_str(), &st) != 0) {
         code = errno;
     } else if (S_ISLNK(st.st_mode)) {
-        if (::unlink(p.c_str()) == 0) return true;
+        if (::unlink(p.c_str()) == 0) return {};
         code = errno;
     } else if (!S_ISDIR(st.st_mode)) {
         code = ENOTDIR;
     }
     if (code) {
         failed = path;
-        error = code;
-        return false;
+        return system_error(code);
     }
-    TreeRemoval removal(st.st_dev, protected_identities(*this), fileops::separator_of(path), failed,
-                        error);
+    RemovalFailures failures(path);
+    TreeRemoval removal(st.st_dev, protected_identities(*this), failures);
     const int fd = ::open(p.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (fd < 0)
         removal.fail(path, errno);
     else
         removal.empty(fd, path);
-    if (removal.ok() && ::rmdir(p.c_str()) != 0) removal.fail(path, errno);
-    return removal.ok();
+    if (failures.ok() && ::rmdir(p.c_str()) != 0) removal.fail(path, errno);
+    return failures.outcome(failed);
 }
 
 }  // namespace quiller::posix

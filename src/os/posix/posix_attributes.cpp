@@ -9,7 +9,7 @@
 #include <cstdlib>
 
 #include "os/platform.hpp"
-#include "os/posix/posix_file_operations.hpp"
+#include "os/posix/posix_dos_attributes.hpp"
 #include "os/posix/posix_platform.hpp"
 
 namespace quiller::posix {
@@ -75,30 +75,28 @@ std::uint32_t with_dos_attributes(const std::string& native_path, std::uint32_t 
 
 // Clearing read-only gives the owner write access back; setting it takes write access from
 // everyone. The kept word is written while the owner can still write.
-AttributeResult PosixFileOperations::set_attributes(const std::string& path, std::uint32_t set,
-                                                    std::uint32_t clear, int& error) {
+Result<AttributeOutcome> PosixFileSystem::set_attributes(const std::string& path,
+                                                         std::uint32_t set, std::uint32_t clear) {
     const std::string p = native_path(path);
     struct stat st {};
-    if (::stat(p.c_str(), &st) != 0) {
-        error = errno;
-        return AttributeResult::Failed;
-    }
+    if (::stat(p.c_str(), &st) != 0) return system_error(errno);
+    int error = 0;
     mode_t mode = st.st_mode & 07777;
     if ((clear & kAttrReadOnly) && !change_mode(p, mode | S_IWUSR, mode, error))
-        return AttributeResult::Failed;
+        return system_error(error);
     if (clear & kAttrReadOnly) mode |= S_IWUSR;
     st.st_mode = (st.st_mode & ~07777) | mode;
-    bool kept = true;
+    AttributeOutcome outcome;
     if ((set | clear) & kDosMask) {
         const std::uint32_t now = read_dos_attributes(p).value_or(default_bits(st));
         if (!write_dos(p, st, ((now & ~clear) | set) & kDosMask, error)) {
-            if (!unsupported(error)) return AttributeResult::Failed;
-            kept = false;
+            if (!unsupported(error)) return system_error(error);
+            outcome = {AttributeResult::NotKept, system_error(error)};
         }
     }
     if ((set & kAttrReadOnly) && !change_mode(p, mode & ~0222, mode, error))
-        return AttributeResult::Failed;
-    return kept ? AttributeResult::Done : AttributeResult::NotKept;
+        return system_error(error);
+    return outcome;
 }
 
 }  // namespace quiller::posix

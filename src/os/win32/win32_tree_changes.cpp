@@ -1,7 +1,6 @@
-// Copying a file, removing a tree and setting attributes on Win32.
-#include "os/file_operation_paths.hpp"
-#include "os/win32/win32_file_operations.hpp"
-#include "os/atomic_replace.hpp"
+// Removing a tree and setting attributes on Win32.
+#include "os/removal_failures.hpp"
+#include "os/win32/win32_paths.hpp"
 #include "os/win32/win32_platform.hpp"
 #include "os/win32/win32_raw_file.hpp"
 
@@ -49,90 +48,64 @@ BOOL remove_file(LPCWSTR p) {
 // Removes what lies inside a directory; a link is removed, never entered.
 class TreeRemoval {
   public:
-    TreeRemoval(char separator, std::string& failed, int& error)
-        : separator_(separator), failed_(failed), error_(error) {}
-    bool ok() const { return ok_; }
-    void fail(const std::string& shown, int code) {
-        if (ok_) {
-            failed_ = shown;
-            error_ = code;
-        }
-        ok_ = false;
-    }
+    explicit TreeRemoval(RemovalFailures& failures) : failures_(failures) {}
+    void fail(const std::string& shown) { failures_.fail(shown, last_system_error()); }
 
     void empty(const std::wstring& dir, const std::string& shown) {
-        int code = 0;
-        const auto entries = find_all(dir, code);
-        if (!entries) return fail(shown, code);
+        const auto entries = find_all(dir);
+        if (!entries) return failures_.fail(shown, entries.error());
         for (const WIN32_FIND_DATAW& d : *entries) {
             const std::wstring child = dir + L"\\" + d.cFileName;
-            const std::string child_shown = shown + separator_ + narrow(d.cFileName);
+            const std::string child_shown = failures_.child(shown, narrow(d.cFileName));
             const bool directory = (d.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
             const bool link = is_link(d.dwFileAttributes, d.dwReserved0);
             if (directory && !link) empty(child, child_shown);
             if (!writable_then(child, d.dwFileAttributes, link,
                                directory ? remove_dir : remove_file))
-                fail(child_shown, last_error());
+                fail(child_shown);
         }
     }
 
   private:
-    char separator_;
-    std::string& failed_;
-    int& error_;
-    bool ok_ = true;
+    RemovalFailures& failures_;
 };
 
 }  // namespace
 
-bool Win32FileOperations::copy_file(const std::string& from, const std::string& to, int& error) {
-    Win32Primitives primitives;
-    const Status s = copy_through_temp(primitives, from, to);
-    if (!s) error = s.error().code;
-    return s.ok();
-}
-
-bool Win32FileOperations::remove_tree(const std::string& path, std::string& failed, int& error) {
+Status Win32FileSystem::remove_tree(const std::string& path, std::string& failed) {
     const std::wstring p = long_path(path);
     const DWORD attributes = GetFileAttributesW(p.c_str());
-    TreeRemoval removal(fileops::separator_of(path), failed, error);
+    RemovalFailures failures(path);
+    TreeRemoval removal(failures);
     if (attributes == INVALID_FILE_ATTRIBUTES) {
-        removal.fail(path, last_error());
+        removal.fail(path);
     } else if (!(attributes & FILE_ATTRIBUTE_DIRECTORY)) {
-        removal.fail(path, ERROR_DIRECTORY);
+        failures.fail(path, system_error(ERROR_DIRECTORY));
     } else {
         const bool link =
             is_link(attributes, (attributes & FILE_ATTRIBUTE_REPARSE_POINT) ? reparse_tag(p) : 0);
         if (!link) removal.empty(p, path);
-        if (removal.ok() && !writable_then(p, attributes, link, remove_dir))
-            removal.fail(path, last_error());
+        if (failures.ok() && !writable_then(p, attributes, link, remove_dir)) removal.fail(path);
     }
-    return removal.ok();
+    return failures.outcome(failed);
 }
 
-AttributeResult Win32FileOperations::set_attributes(const std::string& path, std::uint32_t set,
-                                                    std::uint32_t clear, int& error) {
+Result<AttributeOutcome> Win32FileSystem::set_attributes(const std::string& path,
+                                                         std::uint32_t set, std::uint32_t clear) {
     const std::wstring p = long_path(path);
     const DWORD old = GetFileAttributesW(p.c_str());
-    if (old == INVALID_FILE_ATTRIBUTES) {
-        error = last_error();
-        return AttributeResult::Failed;
-    }
+    if (old == INVALID_FILE_ATTRIBUTES) return last_system_error();
     const DWORD wanted = ((old & kSettable) & ~(clear & kPlainBits)) | (set & kPlainBits);
-    bool kept = true;
+    AttributeOutcome outcome;
     if ((set | clear) & FILE_ATTRIBUTE_COMPRESSED) {
         if (old & FILE_ATTRIBUTE_READONLY)
             SetFileAttributesW(p.c_str(), old & kSettable & ~FILE_ATTRIBUTE_READONLY);
-        if (!set_compression(p, (set & FILE_ATTRIBUTE_COMPRESSED) != 0)) {
-            error = last_error();
-            kept = false;
-        }
+        if (!set_compression(p, (set & FILE_ATTRIBUTE_COMPRESSED) != 0))
+            outcome = {AttributeResult::NotKept, last_system_error()};
     }
-    if (!SetFileAttributesW(p.c_str(), wanted ? wanted : FILE_ATTRIBUTE_NORMAL)) {
-        error = last_error();
-        return AttributeResult::Failed;
-    }
-    return kept ? AttributeResult::Done : AttributeResult::NotKept;
+    if (!SetFileAttributesW(p.c_str(), wanted ? wanted : FILE_ATTRIBUTE_NORMAL))
+        return last_system_error();
+    return outcome;
 }
 
 }  // namespace quiller::win32

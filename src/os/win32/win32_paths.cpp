@@ -1,22 +1,15 @@
-// Looking at paths on Win32, and the changes that are one system call.
-#include "os/win32/win32_file_operations.hpp"
+// Files on Win32: looking at names and paths, and the changes that are one system call.
+#include "os/win32/win32_paths.hpp"
 
 #include "value/text.hpp"
 #include "os/file_operation_paths.hpp"
 #include "os/win32/win32_platform.hpp"
+#include "os/win32/win32_raw_file.hpp"
 
 namespace quiller::win32 {
 namespace {
 
-constexpr std::int64_t kUnixEpochTicks = 116444736000000000LL;  // 1601 to 1970, in 100 ns
 constexpr DWORD kNameSurrogate = 0x20000000;
-
-std::int64_t unix_seconds(const FILETIME& ft) {
-    const std::int64_t ticks =
-        (static_cast<std::int64_t>(ft.dwHighDateTime) << 32) | ft.dwLowDateTime;
-    const std::int64_t since = ticks - kUnixEpochTicks;
-    return since >= 0 ? since / 10000000 : -((-since + 9999999) / 10000000);
-}
 
 // The plain form of a path the system gave back with a prefix.
 std::wstring without_prefix(std::wstring p) {
@@ -45,12 +38,12 @@ HANDLE open_any(const std::wstring& p) {
 }
 
 // The final path of an existing file or directory, links resolved; empty on failure.
-std::wstring final_path(const std::wstring& p, int& error) {
+std::wstring final_path(const std::wstring& p, DWORD& error) {
     const std::wstring prefixed =
         p.starts_with(L"\\\\") ? L"\\\\?\\UNC\\" + p.substr(2) : L"\\\\?\\" + p;
     FileHandle h(open_any(prefixed));
     if (!h.valid()) {
-        error = last_error();
+        error = GetLastError();
         return {};
     }
     std::wstring out(MAX_PATH, L'\0');
@@ -58,7 +51,7 @@ std::wstring final_path(const std::wstring& p, int& error) {
         const DWORD n =
             GetFinalPathNameByHandleW(h.get(), out.data(), static_cast<DWORD>(out.size()), 0);
         if (n == 0) {
-            error = last_error();
+            error = GetLastError();
             return {};
         }
         if (n < out.size()) {
@@ -69,15 +62,8 @@ std::wstring final_path(const std::wstring& p, int& error) {
     }
 }
 
-bool not_found_code(int error) {
-    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ||
-           error == ERROR_BAD_NETPATH || error == ERROR_BAD_NET_NAME ||
-           error == ERROR_BAD_PATHNAME || error == ERROR_INVALID_NAME;
-}
-
-bool succeeded(BOOL ok, int& error) {
-    if (!ok) error = last_error();
-    return ok != 0;
+Status succeeded(BOOL ok) {
+    return ok ? Status() : Status(last_system_error());
 }
 
 std::wstring append(std::wstring base, const std::vector<std::wstring>& reversed) {
@@ -98,10 +84,6 @@ std::string variable(const wchar_t* name) {
 
 }  // namespace
 
-int last_error() {
-    return static_cast<int>(GetLastError());
-}
-
 std::wstring long_path(std::string_view path) {
     const std::wstring w = widen(path);
     if (w.starts_with(L"\\\\?\\") || w.starts_with(L"\\\\.\\")) return w;
@@ -114,16 +96,16 @@ bool is_link(DWORD attributes, DWORD tag) {
     return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) && (tag & kNameSurrogate);
 }
 
-std::optional<std::vector<WIN32_FIND_DATAW>> find_all(const std::wstring& dir, int& error) {
+Result<std::vector<WIN32_FIND_DATAW>> find_all(const std::wstring& dir) {
     const std::wstring pattern = dir + (dir.ends_with(L"\\") ? L"*" : L"\\*");
     WIN32_FIND_DATAW d{};
     FindHandle find(FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &d, FindExSearchNameMatch,
                                      nullptr, FIND_FIRST_EX_LARGE_FETCH));
     std::vector<WIN32_FIND_DATAW> out;
     if (!find.valid()) {
-        error = last_error();
+        const DWORD error = GetLastError();
         if (error == ERROR_FILE_NOT_FOUND) return out;  // an empty root
-        return std::nullopt;
+        return system_error(error);
     }
     do {
         const std::wstring_view name = d.cFileName;
@@ -139,13 +121,12 @@ DWORD reparse_tag(const std::wstring& p) {
     return find.valid() ? d.dwReserved0 : 0;
 }
 
-std::optional<FileEntry> Win32FileOperations::entry(const std::string& path, int& error) {
+Result<FileEntry> Win32FileSystem::entry(const std::string& path) {
     const std::wstring p = long_path(path);
     WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (path.empty() || !GetFileAttributesExW(p.c_str(), GetFileExInfoStandard, &data)) {
-        error = path.empty() ? ERROR_FILE_NOT_FOUND : last_error();
-        return std::nullopt;
-    }
+    if (path.empty()) return system_error(ERROR_FILE_NOT_FOUND);
+    if (!GetFileAttributesExW(p.c_str(), GetFileExInfoStandard, &data))
+        return last_system_error();
     WIN32_FIND_DATAW d{};
     d.dwFileAttributes = data.dwFileAttributes;
     d.nFileSizeHigh = data.nFileSizeHigh;
@@ -157,20 +138,15 @@ std::optional<FileEntry> Win32FileOperations::entry(const std::string& path, int
     return e;
 }
 
-std::optional<std::vector<FileEntry>> Win32FileOperations::list(const std::string& directory,
-                                                                int& error) {
-    const auto found = find_all(long_path(directory), error);
-    if (!found) return std::nullopt;
+Result<std::vector<FileEntry>> Win32FileSystem::list(const std::string& directory) {
+    const auto found = find_all(long_path(directory));
+    if (!found) return found.error();
     std::vector<FileEntry> entries;
     for (const WIN32_FIND_DATAW& d : *found) entries.push_back(entry_of(d));
     return entries;
 }
 
-bool Win32FileOperations::not_found(int error) {
-    return not_found_code(error);
-}
-
-bool Win32FileOperations::same_file(const std::string& a, const std::string& b) {
+bool Win32FileSystem::same_file(const std::string& a, const std::string& b) {
     FileHandle ha(open_any(long_path(a)));
     FileHandle hb(open_any(long_path(b)));
     BY_HANDLE_FILE_INFORMATION ia{}, ib{};
@@ -180,14 +156,14 @@ bool Win32FileOperations::same_file(const std::string& a, const std::string& b) 
            ia.nFileIndexHigh == ib.nFileIndexHigh && ia.nFileIndexLow == ib.nFileIndexLow;
 }
 
-std::string Win32FileOperations::resolve(const std::string& path) {
+std::string Win32FileSystem::resolve(const std::string& path) {
     std::wstring head = without_prefix(full_path(widen(path)));
     std::vector<std::wstring> missing;
     for (int guard = 0; guard < 4096 && !head.empty(); ++guard) {
-        int code = 0;
+        DWORD code = 0;
         const std::wstring real = final_path(head, code);
         if (!real.empty()) return narrow(append(real, missing));
-        if (!not_found_code(code)) return {};
+        if (system_error(code).kind != ErrorKind::NotFound) return {};
         const std::size_t slash = head.find_last_of(L"\\/");
         if (slash == std::wstring::npos || fileops::is_root(narrow(head))) return {};
         missing.push_back(head.substr(slash + 1));
@@ -197,7 +173,7 @@ std::string Win32FileOperations::resolve(const std::string& path) {
     return {};
 }
 
-std::vector<std::string> Win32FileOperations::home_directories() {
+std::vector<std::string> Win32FileSystem::home_directories() {
     std::vector<std::string> homes;
     const std::string drive_path = variable(L"HOMEDRIVE") + variable(L"HOMEPATH");
     for (const std::string& home : {variable(L"USERPROFILE"), drive_path}) {
@@ -207,38 +183,30 @@ std::vector<std::string> Win32FileOperations::home_directories() {
     return homes;
 }
 
-bool Win32FileOperations::remove_file(const std::string& path, int& error) {
-    return succeeded(DeleteFileW(long_path(path).c_str()), error);
+Status Win32FileSystem::remove_file(const std::string& path) {
+    return succeeded(DeleteFileW(long_path(path).c_str()));
 }
 
-bool Win32FileOperations::make_directory(const std::string& path, int& error) {
-    return succeeded(CreateDirectoryW(long_path(path).c_str(), nullptr), error);
+Status Win32FileSystem::make_directory(const std::string& path) {
+    return succeeded(CreateDirectoryW(long_path(path).c_str(), nullptr));
 }
 
-bool Win32FileOperations::remove_directory(const std::string& path, int& error) {
-    return succeeded(RemoveDirectoryW(long_path(path).c_str()), error);
+Status Win32FileSystem::remove_directory(const std::string& path) {
+    return succeeded(RemoveDirectoryW(long_path(path).c_str()));
 }
 
 // A new spelling of the same name goes through a temporary name, as some file systems
 // take a rename onto the same name for nothing to do.
-bool Win32FileOperations::rename(const std::string& from, const std::string& to, int& error) {
+Status Win32FileSystem::rename(const std::string& from, const std::string& to) {
     const std::wstring f = long_path(from);
     const std::wstring t = long_path(to);
     if (!text::iequals(from, to) || !same_file(from, to))
-        return succeeded(MoveFileExW(f.c_str(), t.c_str(), 0), error);
+        return succeeded(MoveFileExW(f.c_str(), t.c_str(), 0));
     const std::wstring temp = t + L".~rename";
-    if (!succeeded(MoveFileExW(f.c_str(), temp.c_str(), 0), error)) return false;
-    if (succeeded(MoveFileExW(temp.c_str(), t.c_str(), 0), error)) return true;
-    MoveFileExW(temp.c_str(), f.c_str(), 0);
-    return false;
+    if (Status s = succeeded(MoveFileExW(f.c_str(), temp.c_str(), 0)); !s) return s;
+    Status s = succeeded(MoveFileExW(temp.c_str(), t.c_str(), 0));
+    if (!s) MoveFileExW(temp.c_str(), f.c_str(), 0);
+    return s;
 }
 
 }  // namespace quiller::win32
-
-namespace quiller {
-
-std::unique_ptr<FileOperations> make_file_operations() {
-    return std::make_unique<win32::Win32FileOperations>();
-}
-
-}  // namespace quiller

@@ -1,5 +1,5 @@
-// The file operations on POSIX: looking at paths, and the changes that are one system call.
-#include "os/posix/posix_file_operations.hpp"
+// Files on POSIX: looking at names and paths, and the changes that are one system call.
+#include "os/posix/posix_dos_attributes.hpp"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -45,12 +45,9 @@ std::uint32_t attributes_of(const struct stat& st, std::string_view name, const 
 }
 
 // The entry of a path in the system's own form (no separators to convert).
-std::optional<FileEntry> describe(const std::string& p, int& error) {
+Result<FileEntry> describe(const std::string& p) {
     struct stat own {};
-    if (p.empty() || ::lstat(p.c_str(), &own) != 0) {
-        error = p.empty() ? ENOENT : errno;
-        return std::nullopt;
-    }
+    if (p.empty() || ::lstat(p.c_str(), &own) != 0) return system_error(p.empty() ? ENOENT : errno);
     FileEntry e;
     e.name = base_name(p);
     e.link = S_ISLNK(own.st_mode);
@@ -97,44 +94,36 @@ std::string home_of_account() {
 }  // namespace
 
 // A trailing "/" would make lstat follow a link: it doesn't count.
-std::optional<FileEntry> PosixFileOperations::entry(const std::string& path, int& error) {
+Result<FileEntry> PosixFileSystem::entry(const std::string& path) {
     std::string p = native_path(path);
     while (p.size() > 1 && p.back() == '/') p.pop_back();
-    return describe(p, error);
+    return describe(p);
 }
 
-std::optional<std::vector<FileEntry>> PosixFileOperations::list(const std::string& directory,
-                                                                int& error) {
+Result<std::vector<FileEntry>> PosixFileSystem::list(const std::string& directory) {
     std::string dir = native_path(directory);
     DIR* d = ::opendir(dir.c_str());
-    if (!d) {
-        error = errno;
-        return std::nullopt;
-    }
+    if (!d) return system_error(errno);
     if (dir.back() != '/') dir += '/';
     std::vector<FileEntry> entries;
     while (const dirent* item = ::readdir(d)) {
         const std::string_view name = item->d_name;
         if (name == "." || name == "..") continue;
-        int ignored = 0;  // a name that vanished meanwhile is left out
-        if (auto e = describe(dir + item->d_name, ignored)) entries.push_back(std::move(*e));
+        // A name that vanished meanwhile is left out.
+        if (auto e = describe(dir + item->d_name)) entries.push_back(std::move(*e));
     }
     ::closedir(d);
     return entries;
 }
 
-bool PosixFileOperations::not_found(int error) {
-    return error == ENOENT || error == ENOTDIR;
-}
-
-bool PosixFileOperations::same_file(const std::string& a, const std::string& b) {
+bool PosixFileSystem::same_file(const std::string& a, const std::string& b) {
     struct stat sa {
     }, sb{};
     return ::stat(native_path(a).c_str(), &sa) == 0 && ::stat(native_path(b).c_str(), &sb) == 0 &&
            sa.st_dev == sb.st_dev && sa.st_ino == sb.st_ino;
 }
 
-std::string PosixFileOperations::resolve(const std::string& path) {
+std::string PosixFileSystem::resolve(const std::string& path) {
     std::string head = absolute(native_path(path));
     std::vector<std::string> missing;  // the parts that don't exist, last first
     while (!head.empty()) {
@@ -151,7 +140,7 @@ std::string PosixFileOperations::resolve(const std::string& path) {
     return {};
 }
 
-std::vector<std::string> PosixFileOperations::home_directories() {
+std::vector<std::string> PosixFileSystem::home_directories() {
     std::vector<std::string> homes;
     const char* env = std::getenv("HOME");
     for (const std::string& home : {std::string(env ? env : ""), home_of_account()}) {
@@ -163,35 +152,31 @@ std::vector<std::string> PosixFileOperations::home_directories() {
     return homes;
 }
 
-bool PosixFileOperations::remove_file(const std::string& path, int& error) {
+Status PosixFileSystem::remove_file(const std::string& path) {
     const std::string p = native_path(path);
     struct stat st {};
-    if (::lstat(p.c_str(), &st) != 0 || S_ISDIR(st.st_mode) || ::unlink(p.c_str()) != 0) {
-        error = S_ISDIR(st.st_mode) ? EISDIR : errno;
-        return false;
-    }
-    return true;
+    if (::lstat(p.c_str(), &st) != 0 || S_ISDIR(st.st_mode) || ::unlink(p.c_str()) != 0)
+        return system_error(S_ISDIR(st.st_mode) ? EISDIR : errno);
+    return {};
 }
 
-bool PosixFileOperations::make_directory(const std::string& path, int& error) {
-    if (::mkdir(native_path(path).c_str(), 0777) == 0) return true;
-    error = errno;
-    return false;
+Status PosixFileSystem::make_directory(const std::string& path) {
+    if (::mkdir(native_path(path).c_str(), 0777) == 0) return {};
+    return system_error(errno);
 }
 
-bool PosixFileOperations::remove_directory(const std::string& path, int& error) {
+Status PosixFileSystem::remove_directory(const std::string& path) {
     const std::string p = native_path(path);
     struct stat st {};
     const bool link = ::lstat(p.c_str(), &st) == 0 && S_ISLNK(st.st_mode);
-    if ((link ? ::unlink(p.c_str()) : ::rmdir(p.c_str())) == 0) return true;
-    error = errno;
-    return false;
+    if ((link ? ::unlink(p.c_str()) : ::rmdir(p.c_str())) == 0) return {};
+    return system_error(errno);
 }
 
 // Never replaces: the kernel refuses an existing target where it can (RENAME_NOREPLACE); file
 // systems without that are checked first. A new spelling of the same name, on a file system
 // whose names ignore case, is a plain rename.
-bool PosixFileOperations::rename(const std::string& from, const std::string& to, int& error) {
+Status PosixFileSystem::rename(const std::string& from, const std::string& to) {
     const std::string f = native_path(from);
     const std::string t = native_path(to);
     int result = ::renameat2(AT_FDCWD, f.c_str(), AT_FDCWD, t.c_str(), RENAME_NOREPLACE);
@@ -199,23 +184,11 @@ bool PosixFileOperations::rename(const std::string& from, const std::string& to,
         result = ::rename(f.c_str(), t.c_str());
     } else if (result != 0 && (errno == EINVAL || errno == ENOSYS || errno == ENOTSUP)) {
         struct stat st {};
-        if (::lstat(t.c_str(), &st) == 0) {
-            error = EEXIST;
-            return false;
-        }
+        if (::lstat(t.c_str(), &st) == 0) return system_error(EEXIST);
         result = ::rename(f.c_str(), t.c_str());
     }
-    if (result == 0) return true;
-    error = errno;
-    return false;
+    if (result == 0) return {};
+    return system_error(errno);
 }
 
 }  // namespace quiller::posix
-
-namespace quiller {
-
-std::unique_ptr<FileOperations> make_file_operations() {
-    return std::make_unique<posix::PosixFileOperations>();
-}
-
-}  // namespace quiller
