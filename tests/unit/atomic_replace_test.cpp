@@ -94,8 +94,9 @@ TEST(AtomicReplace, CopiesInBlocksWithProgressAndStopsWhenCancelled) {
     disk.files["/s/big"] = std::string(600 * 1024, 'x');
     disk.files["/t/big"] = "old";
     std::vector<std::int64_t> seen;
-    CopyControl control{[&](std::int64_t done) { seen.push_back(done); },
-                        [&] { return seen.size() == 1; }};
+    CopyControl control;
+    control.progress = [&](std::int64_t done) { seen.push_back(done); };
+    control.cancelled = [&] { return seen.size() == 1; };
     const Status stopped = copy_through_temp(disk, "/s/big", "/t/big", control);
     ASSERT_FALSE(stopped);
     EXPECT_EQ(stopped.error().kind, ErrorKind::Cancelled);
