@@ -13,6 +13,7 @@
 #include <fstream>
 
 #include "os/posix/posix_processes.hpp"
+#include "reference_table.hpp"
 
 namespace quiller::testing {
 namespace {
@@ -66,15 +67,18 @@ TEST_F(PosixProcessesTest, MissingProgramsAreNotFound) {
         p.shell_command("cd / && quiller-no-such-program 2>/dev/null", true, WindowState::Normal));
 }
 
-TEST(PosixCommandFound, FirstWordOfTheCommandLine) {
-    // Builtins, assignments, expansions and reserved words first count as found.
-    for (const char* found : {"sh -c true", "  echo hi > out", "cd /tmp && ls", "'/bin/sh' -c true",
-                              "\"/bin/\"sh -c true", "/bin/sh", "X=1 quiller-no-such-program",
-                              "$PROGRAM arg", "(quiller-no-such-program)", "if true; then :; fi"})
-        EXPECT_TRUE(posix::command_found(found)) << found;
-    for (const char* missing : {"quiller-no-such-program;echo", "'quiller no such program' x",
-                                "/no/such/program", "/bin", ""})
-        EXPECT_FALSE(posix::command_found(missing)) << missing;
+// Whether the first word of a command line names a program, and the commands a shutdown would
+// run (none is ever started by a test): the rows of cases/posix_processes.tsv.
+TEST(PosixProcessesCases, EveryRowOfTheTable) {
+    test::check_case_table(
+        "posix_processes.tsv",
+        {{"found", [](const test::Cells& a) { return posix::command_found(a[0]) ? "yes" : "no"; }},
+         {"shutdown", [](const test::Cells& a) {
+              std::string joined;
+              for (const std::string& word : posix::shutdown_command(std::stoi(a[0]), a[1], 1000))
+                  joined += (joined.empty() ? "" : " ") + word;
+              return joined;
+          }}});
 }
 
 TEST_F(PosixProcessesTest, FindProgramSearchesPath) {
@@ -119,21 +123,6 @@ TEST_F(PosixProcessesTest, OpenDocumentArgumentsAndErrors) {
         result = error;
         EXPECT_EQ(p.open_document("x", "open"), code);
     }
-}
-
-// The commands that would run; none is ever started by a test.
-TEST(PosixShutdown, Commands) {
-    using V = std::vector<std::string>;
-    const V expected[] = {
-        {"systemctl", "--no-ask-password", "poweroff"},
-        {"systemctl", "--no-ask-password", "poweroff", "--ignore-inhibitors"},
-        {"systemctl", "--no-ask-password", "reboot"},
-        {"systemctl", "--no-ask-password", "reboot", "--ignore-inhibitors"},
-        {"loginctl", "--no-ask-password", "terminate-session", "7"},
-        {"loginctl", "--no-ask-password", "terminate-user", "1000"},
-    };
-    for (int mode = 0; mode <= 5; ++mode)
-        EXPECT_EQ(posix::shutdown_command(mode, mode == 4 ? "7" : "", 1000), expected[mode]);
 }
 
 // The dry run: with QUILLER_SHUTDOWN_LOG set, nothing is started, whether or not the log can be

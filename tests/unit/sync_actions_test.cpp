@@ -2,6 +2,9 @@
 // removals, the path filters, the end marker and the disk space.
 #include <gtest/gtest.h>
 
+#include <sstream>
+
+#include "reference_table.hpp"
 #include "sync/actions.hpp"
 #include "sync/sort.hpp"
 
@@ -52,29 +55,28 @@ std::string merge(const std::vector<Entry>& source, const std::vector<Entry>& ta
     return text;
 }
 
+// "name:size:seconds:attributes" entries joined by ","; the numbers may be left out.
+std::vector<Entry> entries(const std::string& text) {
+    std::vector<Entry> out;
+    std::istringstream items(text);
+    for (std::string item; std::getline(items, item, ',');) {
+        std::istringstream fields(item);
+        std::string name, size = "0", seconds = "0", attributes = "32";
+        std::getline(fields, name, ':');
+        std::getline(fields, size, ':');
+        std::getline(fields, seconds, ':');
+        std::getline(fields, attributes, ':');
+        out.push_back({name, std::stoll(size), std::stod(seconds),
+                       static_cast<std::int16_t>(std::stoi(attributes))});
+    }
+    return out;
+}
+
+// Every case of two entries of one name: cases/sync_actions.tsv.
 TEST(SyncActions, OneNameOnEitherSide) {
-    const struct {
-        std::vector<Entry> source, target;
-        const char* actions;
-    } cases[] = {
-        {{{"a", 5}, {"d/"}}, {{"a", 5}, {"d/"}}, ""},
-        {{{"d/"}, {"d/x", 3}}, {}, "md d -; copy d/x -"},
-        {{},
-         {{"a", 1}, {"d/"}, {"d/e/"}, {"d/e/b", 2}, {"d/f", 1}, {"g", 1}},
-         "del - a; del - d/e/b; rd - d/e; del - d/f; rd - d; del - g"},
-        // Equal size, times 4 s apart: unchanged; 5 s apart or another size: replaced.
-        {{{"a", 5, 4}, {"b", 5, 5}, {"c", 6}},
-         {{"a", 5}, {"b", 5}, {"c", 5}},
-         "replace b b; replace c c"},
-        {{{"a", 5, 0, kReadOnly}, {"B", 5}, {"c", 5, 0, kHidden}},
-         {{"a", 5}, {"b", 5}, {"C", 5}},
-         "attrib a a; rename B b; attrib c C; rename c C"},
-        {{{"Docs/"}, {"Docs/x", 1}}, {{"docs/"}, {"docs/x", 1}}, "rendir Docs docs"},
-        {{{"d/"}, {"d/x", 1}}, {{"d", 7}}, "del - d; md d -; copy d/x -"},
-        // A file where the target has a folder: the folder goes, the file comes next time.
-        {{{"d", 1}, {"e", 1}}, {{"d/"}, {"d/x", 1}, {"e", 1}}, "del - d/x; rd d d; rd d d"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(merge(c.source, c.target), c.actions) << c.actions;
+    test::check_case_table(
+        "sync_actions.tsv",
+        {{"merge", [](const test::Cells& a) { return merge(entries(a[0]), entries(a[1])); }}});
 }
 
 TEST(SyncActions, FiltersApplyToTheSideWhosePathHoldsThePattern) {

@@ -130,6 +130,7 @@ const char* ini_read_class(std::string_view bytes, const IniQuery& q);
 
 // --- The system's conversions (differential_system.cpp) ------------------------------------
 
+std::wstring widen(std::string_view utf8);
 std::optional<double> system_number(std::string_view text);  // VarR8FromStr
 std::optional<double> system_date(std::string_view text);    // VarDateFromStr
 std::optional<std::string> system_number_text(double v);     // VT_R8 to VT_BSTR
@@ -178,6 +179,10 @@ KnownDifference* find_known(std::vector<KnownDifference>& known, std::string_vie
 // A text as the report writes it: printable ASCII as it is, "\" and the double quote escaped,
 // any other byte as \xNN.
 std::string escape(std::string_view text);
+// A number with all its digits ("%.17g").
+std::string exact_text(double v);
+// Equal but for the case of ASCII letters.
+bool ascii_iequals(std::string_view a, std::string_view b);
 
 struct Tally {
     int compared = 0;

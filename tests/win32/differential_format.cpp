@@ -1,7 +1,5 @@
 // The formatter against VarFormat: every case written by both, and each difference sorted into
 // the class that explains it.
-#include <cstdio>
-
 #include "differential_format_rules.hpp"
 #include "value/format.hpp"
 #include "value/format_picture.hpp"
@@ -9,12 +7,6 @@
 
 namespace quiller::differential {
 namespace {
-
-std::string value_text(double v) {
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.17g", v);
-    return buffer;
-}
 
 // Date pictures and named date formats are told apart from number ones as Quiller parses them.
 bool is_date_picture(const std::string& format) {
@@ -45,7 +37,7 @@ void compare_formats(const std::vector<FormatCase>& cases, Report& report) {
         const std::optional<std::string> system = system_format(c.value, c.format, c.as_date);
         const std::string kind = difference(c, ours, system);
         report.compare(c.as_date ? "format-date" : "format-number",
-                       kind.empty() ? nullptr : kind.c_str(), value_text(c.value) + " " + c.format,
+                       kind.empty() ? nullptr : kind.c_str(), exact_text(c.value) + " " + c.format,
                        "\"" + ours + "\"", system ? "\"" + *system + "\"" : "(failed)");
     }
 }

@@ -15,15 +15,6 @@ namespace {
 using value::detail::Picture;
 using value::detail::Tok;
 
-bool iequals(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (std::tolower(static_cast<unsigned char>(a[i])) !=
-            std::tolower(static_cast<unsigned char>(b[i])))
-            return false;
-    return true;
-}
-
 // A run of one date letter (or "ttttt", or an AM/PM marker as 'a') outside quotes and escapes.
 struct Run {
     char letter;
@@ -39,12 +30,12 @@ std::vector<Run> date_runs(std::string_view f) {
         } else if (c == '"') {
             const std::size_t close = f.find('"', i + 1);
             i = close == std::string_view::npos ? f.size() : close + 1;
-        } else if (c == 'a' &&
-                   (iequals(f.substr(i, 5), "am/pm") || iequals(f.substr(i, 3), "a/p") ||
-                    iequals(f.substr(i, 4), "ampm"))) {
-            const std::size_t n = iequals(f.substr(i, 5), "am/pm")  ? 5
-                                  : iequals(f.substr(i, 4), "ampm") ? 4
-                                                                    : 3;
+        } else if (c == 'a' && (ascii_iequals(f.substr(i, 5), "am/pm") ||
+                                ascii_iequals(f.substr(i, 3), "a/p") ||
+                                ascii_iequals(f.substr(i, 4), "ampm"))) {
+            const std::size_t n = ascii_iequals(f.substr(i, 5), "am/pm")  ? 5
+                                  : ascii_iequals(f.substr(i, 4), "ampm") ? 4
+                                                                          : 3;
             runs.push_back({'a', i, n});
             i += n;
         } else if (std::string_view("dwmqyhnsct").find(c) != std::string_view::npos) {
@@ -111,7 +102,7 @@ std::string render_changed(const Trial& t) {
     Picture p = value::detail::parse_picture(t.format);
     if (t.twenty_four_hour) p.twelve_hour = false;
     if (t.blank_midnight && is_midnight(t.value)) {
-        if (iequals(t.format, "long time")) return {};
+        if (ascii_iequals(t.format, "long time")) return {};
         std::erase_if(p.tokens, [](const auto& token) { return token.kind == Tok::LongTime; });
     }
     std::string out;
@@ -189,7 +180,7 @@ std::string failed_date_class(const FormatCase& c) {
 }
 
 std::string date_format_class(const FormatCase& c, const std::string& system) {
-    if (iequals(c.format, "medium date")) return "medium-date";
+    if (ascii_iequals(c.format, "medium date")) return "medium-date";
     std::string name = explain(c, system, date_faults());
     if (name.empty()) name = garbled_tail(c, system);
     return name.empty() ? "text" : name;

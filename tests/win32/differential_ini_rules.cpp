@@ -14,16 +14,6 @@ std::string_view trim(std::string_view s, std::string_view blanks) {
     return s.substr(first, s.find_last_not_of(blanks) - first + 1);
 }
 
-bool iequals(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        const char x = a[i] >= 'A' && a[i] <= 'Z' ? static_cast<char>(a[i] + 32) : a[i];
-        const char y = b[i] >= 'A' && b[i] <= 'Z' ? static_cast<char>(b[i] + 32) : b[i];
-        if (x != y) return false;
-    }
-    return true;
-}
-
 // One line as Wine writes it back: trimmed; a header without what follows its last "]" and
 // with its name trimmed; a key line with its name and value trimmed.
 std::string wine_line(std::string_view text) {
@@ -57,7 +47,8 @@ bool bare_line_first(const ini::Profile& profile, const ini::SectionEntry& secti
     const std::size_t end = found ? found->line : section.end;
     for (std::size_t i = section.header + 1; i < end; ++i) {
         const std::string_view line = trim(profile.lines[i].text, kBlanks);
-        if (line.find('=') == std::string_view::npos && iequals(line, trim(key, " "))) return true;
+        if (line.find('=') == std::string_view::npos && ascii_iequals(line, trim(key, " ")))
+            return true;
     }
     return false;
 }
@@ -67,7 +58,7 @@ bool bare_line_first(const ini::Profile& profile, const ini::SectionEntry& secti
 bool later_namesake(const ini::Profile& profile, const IniEdit& e) {
     const ini::SectionEntry* first = ini::find_section(profile, e.section);
     for (const ini::SectionEntry& s : profile.sections) {
-        if (&s == first || !iequals(s.name, first->name)) continue;
+        if (&s == first || !ascii_iequals(s.name, first->name)) continue;
         if (e.key.empty() || ini::find_key(s, e.key) || bare_line_first(profile, s, e.key))
             return true;
     }
@@ -116,7 +107,7 @@ const char* ini_read_class(std::string_view bytes, const IniQuery& q) {
     if (!key) return "value";
     for (std::size_t i = section->header + 1; i < key->line; ++i) {
         const std::string_view line = trim(profile.lines[i].text, kBlanks);
-        if (line.find('=') == std::string_view::npos && iequals(line, key->name))
+        if (line.find('=') == std::string_view::npos && ascii_iequals(line, key->name))
             return "bare-line";
     }
     return "value";

@@ -28,10 +28,7 @@ namespace {
 using Outcome = std::optional<std::string>;
 
 std::string number_outcome(std::optional<double> v) {
-    if (!v) return "(not accepted)";
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.17g", *v);
-    return buffer;
+    return v ? exact_text(*v) : "(not accepted)";
 }
 
 // How a reading differs: nothing when it doesn't; "only-quiller" or "only-system" when one side

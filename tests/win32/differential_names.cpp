@@ -11,19 +11,12 @@
 namespace quiller::differential {
 namespace {
 
-std::wstring wide(std::string_view s) {
-    const int n = MultiByteToWideChar(CP_UTF8, 0, s.data(), static_cast<int>(s.size()), nullptr, 0);
-    std::wstring w(static_cast<std::size_t>(n), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, s.data(), static_cast<int>(s.size()), w.data(), n);
-    return w;
-}
-
 int sign(int v) {
     return (v > 0) - (v < 0);
 }
 
 int system_order(std::string_view a, std::string_view b) {
-    const std::wstring wa = wide(a), wb = wide(b);
+    const std::wstring wa = widen(a), wb = widen(b);
     const int r = CompareStringEx(LOCALE_NAME_INVARIANT, NORM_IGNORECASE, wa.data(),
                                   static_cast<int>(wa.size()), wb.data(),
                                   static_cast<int>(wb.size()), nullptr, nullptr, 0);

@@ -9,6 +9,7 @@
 // PATTERN is an ECMAScript regular expression that must match the whole of that form. Every
 // entry needs a reason. The report prints one line per difference, known ones with the line of
 // their entry.
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <regex>
@@ -90,6 +91,18 @@ std::string escape(std::string_view text) {
         }
     }
     return out;
+}
+
+std::string exact_text(double v) {
+    char buffer[40];
+    std::snprintf(buffer, sizeof buffer, "%.17g", v);
+    return buffer;
+}
+
+bool ascii_iequals(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
+                                              [&](char x, char y) { return lower(x) == lower(y); });
 }
 
 void Report::compare(std::string_view kind, const char* difference, std::string_view input,

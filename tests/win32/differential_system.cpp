@@ -13,15 +13,6 @@ namespace {
 
 constexpr LCID kEnUs = 0x409;
 
-std::wstring widen(std::string_view s) {
-    if (s.empty()) return {};
-    const int size = static_cast<int>(s.size());
-    const int n = MultiByteToWideChar(CP_UTF8, 0, s.data(), size, nullptr, 0);
-    std::wstring w(static_cast<std::size_t>(n), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, s.data(), size, w.data(), n);
-    return w;
-}
-
 std::string narrow(const wchar_t* w, int size) {
     if (size <= 0) return {};
     const int n = WideCharToMultiByte(CP_UTF8, 0, w, size, nullptr, 0, nullptr, nullptr);
@@ -49,6 +40,15 @@ std::optional<std::string> as_text(double v, VARTYPE type) {
 }
 
 }  // namespace
+
+std::wstring widen(std::string_view s) {
+    if (s.empty()) return {};
+    const int size = static_cast<int>(s.size());
+    const int n = MultiByteToWideChar(CP_UTF8, 0, s.data(), size, nullptr, 0);
+    std::wstring w(static_cast<std::size_t>(n), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, s.data(), size, w.data(), n);
+    return w;
+}
 
 std::optional<double> system_number(std::string_view text) {
     std::wstring w = widen(text);  // the functions take a non-const pointer
