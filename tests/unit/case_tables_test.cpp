@@ -263,14 +263,8 @@ const std::map<std::string, Operation, std::less<>>& operations() {
     return ops;
 }
 
-// The conventions a prefix names; false when the row is for the other platform ("posix:" rows
-// need full case mappings, which the Win32 NLS tables lack).
-bool set_named_conventions(std::string_view name) {
-#ifdef _WIN32
-    if (name == "posix") return false;
-#else
-    if (name == "win") return false;
-#endif
+// The conventions a prefix names: "de", "nbsp", "bare", or none.
+void set_named_conventions(std::string_view name) {
     static const std::string euro = "\xE2\x82\xAC", currency = currency_picture(euro, 3, 8, 2),
                              short_date = picture_of_locale_pattern("dd.MM.yyyy"),
                              long_time = picture_of_locale_pattern("HH:mm:ss");
@@ -282,34 +276,19 @@ bool set_named_conventions(std::string_view name) {
         c.thousands = name == "nbsp" ? "\xC2\xA0" : "";
     }
     set_conventions(c);
-    return true;
+}
+
+// Numbers compare by value (days within 1e-12), other answers as texts.
+bool same_answer(std::string_view op, const std::string& got, const std::string& expected) {
+    const bool numeric = op == "parse-number" || op == "leading-number" || op.ends_with("serial") ||
+                         op == "parse-date";
+    return numeric ? same_number(got, expected, op == "parse-date" ? 1e-12 : 0, false)
+                   : got == expected;
 }
 
 void check_cases(const std::string& file) {
-    const std::vector<ReferenceRow> rows = load_cases(file);
-    ASSERT_GT(rows.size(), 40u) << file;
-    for (const ReferenceRow& row : rows) {
-        Cells args = row.cells;
-        const std::string why = args.back().starts_with("# ") ? args.back() : "";
-        if (!why.empty()) args.pop_back();
-        ASSERT_GE(args.size(), 3u) << file << " line " << row.line << ": too few columns";
-        std::string op = args.front();
-        const std::string expected = args.back();
-        args.erase(args.begin());
-        args.pop_back();
-        const std::size_t colon = op.find(':');
-        if (!set_named_conventions(colon == std::string::npos ? "" : op.substr(0, colon))) continue;
-        if (colon != std::string::npos) op.erase(0, colon + 1);
-        const auto it = operations().find(op);
-        ASSERT_NE(it, operations().end()) << file << " line " << row.line << ": " << op;
-        const std::string got = it->second(args);
-        const bool numeric = op == "parse-number" || op == "leading-number" ||
-                             op.ends_with("serial") || op == "parse-date";
-        EXPECT_TRUE(numeric ? same_number(got, expected, op == "parse-date" ? 1e-12 : 0, false)
-                            : got == expected)
-            << file << " line " << row.line << ": " << op << " [" << args[0] << "] expected ["
-            << expected << "], got [" << got << "] " << why;
-    }
+    ASSERT_GT(test::load_cases(file).size(), 40u) << file;
+    test::check_case_table(file, operations(), {set_named_conventions, same_answer});
     set_conventions({});
 }
 

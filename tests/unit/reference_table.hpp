@@ -66,9 +66,19 @@ inline std::vector<ReferenceRow> load_cases(const std::string& file) {
 using Cells = std::vector<std::string>;
 using Operations = std::map<std::string, std::function<std::string(const Cells&)>, std::less<>>;
 
+// How a case table's rows are run beyond their operations: `prefix` is called before each row
+// with the operation's prefix ("" when it has none, never "posix" or "win"); `same` compares the
+// answer with the expected one (equality when not given).
+struct CaseHooks {
+    std::function<void(std::string_view prefix)> prefix;
+    std::function<bool(std::string_view op, const std::string& got, const std::string& expected)>
+        same;
+};
+
 // Checks every row "OPERATION ARGUMENT... EXPECTED [# why]" of a case table with `ops`. An
 // operation prefixed "posix:" or "win:" runs on that platform only.
-inline void check_case_table(const std::string& file, const Operations& ops) {
+inline void check_case_table(const std::string& file, const Operations& ops,
+                             const CaseHooks& hooks = {}) {
     const std::vector<ReferenceRow> rows = load_cases(file);
     ASSERT_FALSE(rows.empty()) << file;
     for (const ReferenceRow& row : rows) {
@@ -85,11 +95,16 @@ inline void check_case_table(const std::string& file, const Operations& ops) {
 #else
         if (op.starts_with("win:")) continue;
 #endif
-        op.erase(0, op.find(':') + 1);
+        const std::size_t colon = op.find(':');
+        const std::string prefix = colon == std::string::npos ? "" : op.substr(0, colon);
+        op.erase(0, colon + 1);
+        if (hooks.prefix) hooks.prefix(prefix == "posix" || prefix == "win" ? "" : prefix);
         const auto it = ops.find(op);
         ASSERT_NE(it, ops.end()) << file << " line " << row.line << ": " << op;
-        EXPECT_EQ(it->second(args), expected) << file << " line " << row.line << ": " << op << " ["
-                                              << (args.empty() ? "" : args[0]) << "] " << why;
+        const std::string got = it->second(args);
+        EXPECT_TRUE(hooks.same ? hooks.same(op, got, expected) : got == expected)
+            << file << " line " << row.line << ": " << op << " [" << (args.empty() ? "" : args[0])
+            << "] expected [" << expected << "], got [" << got << "] " << why;
     }
 }
 
