@@ -56,7 +56,10 @@ std::unique_ptr<LinePlan> LinePlan::build(const ProgramLine& line, const Languag
     plan->resolved_.resize(plan->references_.size());
     for (std::size_t k = 0; k < plan->slots_.size(); ++k) {
         const SlotPlan& p = plan->slots_[k];
-        if (p.kind != SlotKind::Literal) continue;
+        if (p.kind != SlotKind::Literal) {
+            plan->valued_slots_.push_back(static_cast<int>(k) + 1);
+            continue;
+        }
         plan->own_slots_[k + 1] = p.text;
         plan->facts_.operand[k + 1] = &p.facts;
     }
@@ -144,15 +147,16 @@ void LinePlan::add_slot(std::string_view slot, int index, bool quoted, char deli
     slots_.push_back(std::move(p));
 }
 
+// A found entry is kept: entries are never removed and never move.
 LinePlan::Resolved LinePlan::resolve(const Reference& r, const VariableTable& variables) const {
-    int entry = r.entry;
-    if (r.indexed) {
-        entry = variables.find(variables.prepare_get_name(r.name));
-    } else if (entry < 0) {
-        entry = variables.find(r.name);
-        r.entry = entry;  // entries are never removed
-    }
+    if (r.value) return {*r.value, r.facts};
+    const int entry =
+        r.indexed ? variables.find(variables.prepare_get_name(r.name)) : variables.find(r.name);
     if (entry < 0) return {{}, &empty_facts()};
+    if (!r.indexed) {
+        r.value = &variables.value_at(entry);
+        r.facts = &variables.facts_at(entry);
+    }
     return {variables.value_at(entry), &variables.facts_at(entry)};
 }
 
@@ -169,23 +173,18 @@ const Slots* LinePlan::fill(const VariableTable& variables, Slots& shared,
     // Long values go to the shared slots, so that no line keeps a copy of them.
     const bool own = length <= kOwnSlotsMax;
     Slots& slots = own ? own_slots_ : shared;
-    for (std::size_t k = 0; k < slots_.size(); ++k) {
-        const SlotPlan& p = slots_[k];
-        const int i = static_cast<int>(k) + 1;
-        switch (p.kind) {
-            case SlotKind::Literal:
-                if (!own) slots[i] = p.text;
-                break;
-            case SlotKind::Reference:
-                fill_reference(p, i, slots);
-                break;
-            case SlotKind::Mixed:
-                fill_mixed(p, i, slots);
-                break;
+    if (!own) {
+        for (std::size_t k = 0; k < slots_.size(); ++k) shared[k + 1] = slots_[k].text;
+        for (std::size_t i = slots_.size() + 1; i <= kSlotCount; ++i) shared[i].clear();
+    }
+    for (const int i : valued_slots_) {
+        const SlotPlan& p = slots_[static_cast<std::size_t>(i - 1)];
+        if (p.kind == SlotKind::Reference) {
+            fill_reference(p, i, slots);
+        } else {
+            fill_mixed(p, i, slots);
         }
     }
-    if (!own)
-        for (std::size_t i = slots_.size() + 1; i <= kSlotCount; ++i) shared[i].clear();
     return &slots;
 }
 

@@ -50,7 +50,8 @@ class LinePlan {
         std::string name;
         bool indexed = false;
         std::uint16_t forbidden = 0;  // TextFacts shapes that break the plan
-        mutable int entry = -1;
+        mutable const std::string* value = nullptr;  // the entry, once found (unless indexed)
+        mutable const value::TextFacts* facts = nullptr;
     };
     enum class SlotKind : std::uint8_t { Literal, Reference, Mixed };
     struct SlotPlan {
@@ -83,6 +84,7 @@ class LinePlan {
     const ConditionTestRow* test_ = nullptr;
     std::vector<Reference> references_;
     std::vector<SlotPlan> slots_;  // slots 1.. in order
+    std::vector<int> valued_slots_;  // the slots that hold values (not Literal)
     std::size_t literal_length_ = 0;
     mutable std::vector<Resolved> resolved_;
     static constexpr std::size_t kOwnSlotsMax = 1024;

@@ -7,16 +7,32 @@
 
 namespace quiller::value {
 
+namespace {
+
+// A whole number below 1E+15 in magnitude, digit by digit; no negative zero is written.
+std::string whole_number_text(long long n) {
+    char buf[24];
+    char* p = buf + sizeof buf;
+    unsigned long long u =
+        n < 0 ? 0ull - static_cast<unsigned long long>(n) : static_cast<unsigned long long>(n);
+    do {
+        *--p = static_cast<char>('0' + u % 10);
+        u /= 10;
+    } while (u != 0);
+    if (n < 0) *--p = '-';
+    return std::string(p, buf + sizeof buf);
+}
+
+}  // namespace
+
 std::string format_general_number(double v) {
+    // Whole numbers, the common case (NaN and the infinities fail the first test).
+    if (v > -1e15 && v < 1e15 && static_cast<double>(static_cast<long long>(v)) == v)
+        return whole_number_text(static_cast<long long>(v));
     if (std::isnan(v)) return "NaN";
     if (std::isinf(v)) return v < 0 ? "-Infinity" : "Infinity";
-    if (v == 0) return "0";  // also for -0: no negative zero is written
 
     char buf[32];
-    if (std::abs(v) < 1e15 && v == std::trunc(v)) {  // whole numbers: the common, fast case
-        char* end = std::to_chars(buf, buf + sizeof buf, static_cast<long long>(v)).ptr;
-        return std::string(buf, end);
-    }
     char* end = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, 15).ptr;
     for (char* p = buf; p != end; ++p) {
         if (*p == 'e') *p = 'E';

@@ -449,10 +449,7 @@ std::string_view trim(std::string_view s) {
     return s.substr(first, s.find_last_not_of(' ') - first + 1);
 }
 
-std::string_view unquote(std::string_view s) {
-    if (s.size() < 2) return s;
-    const char c = s.front();
-    if (c != '$' && c != '^' && c != '"' && c != '\'') return s;
+std::string_view unquote_slow(std::string_view s) {
     return s.substr(1, last_char_start(s) - 1);
 }
 

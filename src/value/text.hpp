@@ -52,8 +52,16 @@ std::size_t ifind(std::string_view hay, std::string_view needle, std::size_t fro
 std::string_view trim(std::string_view s);
 
 // The unquoting rule: a text of at least two characters whose first character is "$", "^",
-// the double quote or "'" loses its first and last character; any other text is kept.
-std::string_view unquote(std::string_view s);
+// the double quote or "'" loses its first and last character (a whole UTF-8 character at the
+// end); any other text is kept.
+std::string_view unquote_slow(std::string_view s);
+inline std::string_view unquote(std::string_view s) {
+    if (s.size() < 2) return s;
+    const char c = s.front();
+    if (c != '$' && c != '^' && c != '"' && c != '\'') return s;
+    if (static_cast<unsigned char>(s.back()) < 0x80) return s.substr(1, s.size() - 2);
+    return unquote_slow(s);
+}
 
 // Replaces every case-blind occurrence of `search` by `replacement`; returns the count.
 // An empty `search` replaces nothing.

@@ -50,53 +50,32 @@ void TextFacts::know_whole_number(double v) {
     date_year_ = kAnyYear;
 }
 
-std::uint16_t TextFacts::shape(std::string_view text) const {
-    if (!(known_ & kShape)) {
-        shape_ = text_shape(text);
-        known_ |= kShape;
-    }
+std::uint16_t TextFacts::learn_shape(std::string_view text) const {
+    shape_ = text_shape(text);
+    known_ |= kShape;
     return shape_;
 }
 
-bool TextFacts::numeric(std::string_view text) const {
-    if (!(known_ & kNumeric)) {
-        numeric_ = is_numeric(text);
-        known_ |= kNumeric;
-    }
+bool TextFacts::learn_numeric(std::string_view text) const {
+    numeric_ = is_numeric(text);
+    known_ |= kNumeric;
     return numeric_;
 }
 
-double TextFacts::number(std::string_view text) const {
-    if (!(known_ & kNumber)) {
-        number_ = read_leading_number(text);
-        known_ |= kNumber;
-    }
+double TextFacts::learn_number(std::string_view text) const {
+    number_ = read_leading_number(text);
+    known_ |= kNumber;
     return number_;
 }
 
-std::optional<double> TextFacts::date(std::string_view text, int current_year) const {
-    // The answer holds for the year it was read for (a whole number's for every year).
-    if (!(known_ & kDate) || (date_year_ != kAnyYear && date_year_ != current_year)) {
-        const std::optional<double> d = parse_date(text, current_year);
-        is_date_ = d.has_value();
-        date_ = d.value_or(0);
-        date_year_ = current_year;
-        known_ |= kDate;
-    }
-    if (!is_date_) return std::nullopt;
-    return date_;
-}
-
-bool Operand::numeric() const {
-    return facts ? facts->numeric(text) : is_numeric(text);
-}
-
-double Operand::number() const {
-    return facts ? facts->number(text) : read_leading_number(text);
-}
-
-std::optional<double> Operand::date(int current_year) const {
-    return facts ? facts->date(text, current_year) : parse_date(text, current_year);
+// The answer holds for the year it was read for (a whole number's for every year).
+std::optional<double> TextFacts::learn_date(std::string_view text, int current_year) const {
+    const std::optional<double> d = parse_date(text, current_year);
+    is_date_ = d.has_value();
+    date_ = d.value_or(0);
+    date_year_ = current_year;
+    known_ |= kDate;
+    return d;
 }
 
 }  // namespace quiller::value

@@ -8,6 +8,8 @@
 #include <optional>
 #include <string_view>
 
+#include "value/value.hpp"
+
 namespace quiller::value {
 
 class TextFacts {
@@ -31,13 +33,28 @@ class TextFacts {
     // a whole number below 1E+15): a number, read back as `v`, and never a date.
     void know_whole_number(double v);
 
-    std::uint16_t shape(std::string_view text) const;
+    std::uint16_t shape(std::string_view text) const {
+        return (known_ & kShape) ? shape_ : learn_shape(text);
+    }
     // is_numeric, read_leading_number and parse_date of the text.
-    bool numeric(std::string_view text) const;
-    double number(std::string_view text) const;
-    std::optional<double> date(std::string_view text, int current_year) const;
+    bool numeric(std::string_view text) const {
+        return (known_ & kNumeric) ? numeric_ : learn_numeric(text);
+    }
+    double number(std::string_view text) const {
+        return (known_ & kNumber) ? number_ : learn_number(text);
+    }
+    std::optional<double> date(std::string_view text, int current_year) const {
+        if ((known_ & kDate) && (date_year_ == kAnyYear || date_year_ == current_year))
+            return is_date_ ? std::optional<double>(date_) : std::nullopt;
+        return learn_date(text, current_year);
+    }
 
   private:
+    std::uint16_t learn_shape(std::string_view text) const;
+    bool learn_numeric(std::string_view text) const;
+    double learn_number(std::string_view text) const;
+    std::optional<double> learn_date(std::string_view text, int current_year) const;
+
     enum Known : std::uint8_t { kShape = 1, kNumeric = 2, kNumber = 4, kDate = 8 };
     static constexpr int kAnyYear = -1;
     mutable std::uint8_t known_ = 0;
@@ -55,9 +72,11 @@ struct Operand {
     std::string_view text;
     const TextFacts* facts = nullptr;
 
-    bool numeric() const;
-    double number() const;
-    std::optional<double> date(int current_year) const;
+    bool numeric() const { return facts ? facts->numeric(text) : is_numeric(text); }
+    double number() const { return facts ? facts->number(text) : read_leading_number(text); }
+    std::optional<double> date(int current_year) const {
+        return facts ? facts->date(text, current_year) : parse_date(text, current_year);
+    }
 };
 
 // The shape of a text, worked out from its characters.
