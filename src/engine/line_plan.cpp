@@ -64,6 +64,8 @@ std::unique_ptr<LinePlan> LinePlan::build(const ProgramLine& line, const Languag
         plan->facts_.operand[k + 1] = &p.facts;
     }
     plan->facts_.test = plan->test_;
+    if (plan->for_set_ && plan->slots_.size() >= 2 && plan->slots_[1].kind == SlotKind::Literal)
+        plan->facts_.function = language.function(text::to_lower(text::trim(plan->slots_[1].text)));
     return plan;
 }
 
@@ -165,7 +167,7 @@ const Slots* LinePlan::fill(const VariableTable& variables, Slots& shared,
     std::size_t length = literal_length_;
     for (std::size_t r = 0; r < references_.size(); ++r) {
         const Resolved v = resolve(references_[r], variables);
-        if (v.facts->shape(v.text) & references_[r].forbidden) return nullptr;
+        if (v.facts->shape(v.text, references_[r].forbidden)) return nullptr;
         length += v.text.size();
         resolved_[r] = v;
     }
@@ -207,8 +209,7 @@ void LinePlan::fill_reference(const SlotPlan& p, int index, Slots& slots) const 
     slot.assign(v.text);
     quote_for_set(slot, index, false, p.delimiter, false);
     // Unwrapped, the operand is the slot after the unquoting rule, which may differ from it.
-    if (slot.size() == v.text.size() && (v.facts->shape(v.text) & Facts::kUnquotes))
-        facts = nullptr;
+    if (slot.size() == v.text.size() && v.facts->shape(v.text, Facts::kUnquotes)) facts = nullptr;
 }
 
 void LinePlan::fill_mixed(const SlotPlan& p, int index, Slots& slots) const {

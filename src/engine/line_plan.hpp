@@ -26,6 +26,7 @@ struct ProgramLine;
 struct SlotFacts {
     std::array<const value::TextFacts*, kSlotCount + 1> operand{};
     const ConditionTestRow* test = nullptr;
+    const FunctionRow* function = nullptr;  // of a `set` line's word 2
 };
 
 class LinePlan {

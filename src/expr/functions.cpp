@@ -17,13 +17,18 @@ bool FunctionCall::line_has(std::string_view word) const {
 
 std::string eval_string(Engine& engine, const Slots& words, std::string_view line_text) {
     const std::string_view word2 = words[2];
+    const SlotFacts* facts = engine.facts_for(words);
     if (is_value_expression(words))
-        return eval_value_expression(words, engine.current_year(), engine.facts_for(words));
+        return eval_value_expression(words, engine.current_year(), facts);
 
-    const std::string name = text::to_lower(text::trim(word2));
-    if (const FunctionRow* f = engine.language().function(name)) {
+    const FunctionRow* f = facts && facts->function
+                               ? facts->function
+                               : engine.language().function(text::to_lower(text::trim(word2)));
+    if (f) {
         if (f->run) return f->run(FunctionCall{engine, words, line_text, f->arity});
-        engine.report_error("(EvalString) : " + name + " is not available yet", Severity::Warning);
+        engine.report_error(
+            "(EvalString) : " + text::to_lower(text::trim(word2)) + " is not available yet",
+            Severity::Warning);
         return {};
     }
     std::string message =

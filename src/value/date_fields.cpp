@@ -66,7 +66,16 @@ bool starts_with_word(std::string_view rest, std::string_view word) {
     return true;
 }
 
+// The letters that begin a word of the table, as bits 0 (a) to 25 (z).
+constexpr std::uint32_t kInitials = [] {
+    std::uint32_t bits = 0;
+    for (const Word& w : kWords) bits |= 1u << (w.text[0] - 'a');
+    return bits;
+}();
+
 const Word* find_word(std::string_view rest) {
+    const char first = lower(rest[0]);  // a letter
+    if (!((kInitials >> (first - 'a')) & 1u)) return nullptr;
     for (const Word& w : kWords) {
         if (starts_with_word(rest, w.text)) return &w;
     }

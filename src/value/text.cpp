@@ -17,6 +17,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <vector>
 
 #ifdef _WIN32
@@ -370,8 +372,16 @@ void append_utf8(std::string& out, char32_t cp) {
 
 // --- Encoding -------------------------------------------------------------------------------
 
+// Eight bytes at a time: a byte of 0x80 or above sets its top bit.
 bool is_ascii(std::string_view s) {
-    return std::all_of(s.begin(), s.end(), [](char c) { return is_ascii_byte(c); });
+    std::size_t i = 0;
+    for (; i + 8 <= s.size(); i += 8) {
+        std::uint64_t word;
+        std::memcpy(&word, s.data() + i, sizeof word);
+        if (word & 0x8080808080808080ull) return false;
+    }
+    return std::all_of(s.begin() + static_cast<std::ptrdiff_t>(i), s.end(),
+                       [](char c) { return is_ascii_byte(c); });
 }
 
 bool is_valid_utf8(std::string_view bytes) {

@@ -1,10 +1,21 @@
 #include "value/text_facts.hpp"
 
+#include <cstring>
+
 #include "value/value.hpp"
 
 namespace quiller::value {
 
-std::uint16_t text_shape(std::string_view text) {
+namespace {
+
+bool holds(std::string_view text, char c) {
+    return std::memchr(text.data(), c, text.size()) != nullptr;
+}
+
+}  // namespace
+
+// The shapes of the first character always; those of characters anywhere only when wanted.
+std::uint16_t text_shape(std::string_view text, std::uint16_t wanted) {
     if (text.empty()) return TextFacts::kEmpty;
     std::uint16_t s = 0;
     const char first = text.front();
@@ -13,35 +24,20 @@ std::uint16_t text_shape(std::string_view text) {
     if (first == 'n' || first == 'N') s |= TextFacts::kStartsN;
     if (text.size() >= 2 && (first == '$' || first == '^' || first == '"' || first == '\''))
         s |= TextFacts::kUnquotes;
-    for (const char c : text) {
-        switch (c) {
-            case ' ':
-                s |= TextFacts::kBlank;
-                break;
-            case '"':
-                s |= TextFacts::kDoubleQuote;
-                break;
-            case '\'':
-                s |= TextFacts::kSingleQuote;
-                break;
-            case '^':
-                s |= TextFacts::kCaret;
-                break;
-            case '<':
-            case '>':
-            case '=':
-                s |= TextFacts::kOperator;
-                break;
-            default:
-                break;
-        }
-    }
+    if ((wanted & TextFacts::kBlank) && holds(text, ' ')) s |= TextFacts::kBlank;
+    if ((wanted & TextFacts::kDoubleQuote) && holds(text, '"')) s |= TextFacts::kDoubleQuote;
+    if ((wanted & TextFacts::kSingleQuote) && holds(text, '\'')) s |= TextFacts::kSingleQuote;
+    if ((wanted & TextFacts::kCaret) && holds(text, '^')) s |= TextFacts::kCaret;
+    if ((wanted & TextFacts::kOperator) &&
+        (holds(text, '<') || holds(text, '>') || holds(text, '=')))
+        s |= TextFacts::kOperator;
     return s;
 }
 
 void TextFacts::know_whole_number(double v) {
-    known_ = kShape | kNumeric | kNumber;
+    known_ = kNumeric | kNumber;
     shape_ = 0;  // digits, maybe after a "-"
+    shapes_known_ = 0xFFFF;
     numeric_ = true;
     number_ = v;
     // A lone whole number is never a date, whatever the year.
@@ -50,10 +46,10 @@ void TextFacts::know_whole_number(double v) {
     date_year_ = kAnyYear;
 }
 
-std::uint16_t TextFacts::learn_shape(std::string_view text) const {
-    shape_ = text_shape(text);
-    known_ |= kShape;
-    return shape_;
+void TextFacts::learn_shape(std::string_view text, std::uint16_t wanted) const {
+    const std::uint16_t missing = wanted & static_cast<std::uint16_t>(~shapes_known_);
+    shape_ = static_cast<std::uint16_t>((shape_ & shapes_known_) | text_shape(text, missing));
+    shapes_known_ |= static_cast<std::uint16_t>(missing | kFirstCharacterShapes);
 }
 
 bool TextFacts::learn_numeric(std::string_view text) const {

@@ -26,15 +26,23 @@ class TextFacts {
         kStartsN = 1 << 7,       // begins with "n" or "N" (could begin the word "not")
         kUnquotes = 1 << 8,      // the unquoting rule shortens it (2+ characters, $ ^ " ' first)
     };
+    // The shapes the first character decides, worked out whatever is wanted.
+    static constexpr std::uint16_t kFirstCharacterShapes =
+        kEmpty | kOpensSpecial | kStartsN | kUnquotes;
 
     // The text changed: everything is asked afresh.
-    void forget() { known_ = 0; }
+    void forget() {
+        known_ = 0;
+        shapes_known_ = 0;
+    }
     // The text is the general form of the whole number `v` (as `format_general_number` writes
     // a whole number below 1E+15): a number, read back as `v`, and never a date.
     void know_whole_number(double v);
 
-    std::uint16_t shape(std::string_view text) const {
-        return (known_ & kShape) ? shape_ : learn_shape(text);
+    // The `wanted` shapes of the text (only those are worked out).
+    std::uint16_t shape(std::string_view text, std::uint16_t wanted) const {
+        if ((shapes_known_ & wanted) != wanted) learn_shape(text, wanted);
+        return shape_ & wanted;
     }
     // is_numeric, read_leading_number and parse_date of the text.
     bool numeric(std::string_view text) const {
@@ -50,17 +58,18 @@ class TextFacts {
     }
 
   private:
-    std::uint16_t learn_shape(std::string_view text) const;
+    void learn_shape(std::string_view text, std::uint16_t wanted) const;
     bool learn_numeric(std::string_view text) const;
     double learn_number(std::string_view text) const;
     std::optional<double> learn_date(std::string_view text, int current_year) const;
 
-    enum Known : std::uint8_t { kShape = 1, kNumeric = 2, kNumber = 4, kDate = 8 };
+    enum Known : std::uint8_t { kNumeric = 1, kNumber = 2, kDate = 4 };
     static constexpr int kAnyYear = -1;
     mutable std::uint8_t known_ = 0;
     mutable bool numeric_ = false;
     mutable bool is_date_ = false;
     mutable std::uint16_t shape_ = 0;
+    mutable std::uint16_t shapes_known_ = 0;
     mutable int date_year_ = 0;
     mutable double number_ = 0;
     mutable double date_ = 0;
@@ -79,7 +88,7 @@ struct Operand {
     }
 };
 
-// The shape of a text, worked out from its characters.
-std::uint16_t text_shape(std::string_view text);
+// The `wanted` shapes of a text, worked out from its characters.
+std::uint16_t text_shape(std::string_view text, std::uint16_t wanted = 0xFFFF);
 
 }  // namespace quiller::value
