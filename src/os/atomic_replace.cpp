@@ -54,14 +54,15 @@ std::string temp_name_beside(const std::string& target, int pid, unsigned n) {
 namespace {
 
 Result<std::unique_ptr<ReplacementFile>> begin(FilePrimitives& platform, const std::string& path,
-                                               const CopyControl& how) {
-    Result<std::string> target = platform.replaceable(path, !how.replace_link);
+                                               const CopyControl& how, RawFile* source) {
+    Result<std::string> target = platform.replaceable(path, !how.replace_name, source);
     if (!target) return target.error();
     for (unsigned attempt = 0;; ++attempt) {
         std::string temp = how.temp_name
                                ? how.temp_name(*target)
                                : temp_name_beside(*target, platform.process_id(), temp_counter++);
-        auto file = platform.create_new(temp, *target);
+        // A copy into a tree of the caller's own takes everything from its source.
+        auto file = platform.create_new(temp, how.replace_name ? std::string() : *target);
         if (file)
             return std::make_unique<ReplacementFile>(platform, std::move(*file), std::move(temp),
                                                      std::move(*target), how.flush);
@@ -74,7 +75,7 @@ Result<std::unique_ptr<ReplacementFile>> begin(FilePrimitives& platform, const s
 
 Result<std::unique_ptr<ReplacementFile>> begin_replacement(FilePrimitives& platform,
                                                            const std::string& path) {
-    return begin(platform, path, {});
+    return begin(platform, path, {}, nullptr);
 }
 
 Status replace_content(FilePrimitives& platform, const std::string& path, std::string_view bytes) {
@@ -109,8 +110,7 @@ Status copy_through_temp(FilePrimitives& platform, const std::string& from, cons
                          const CopyControl& control) {
     auto source = platform.open_source(from);
     if (!source) return source.error();
-    if ((*source)->is(to)) return platform.same_file();
-    auto target = begin(platform, to, control);
+    auto target = begin(platform, to, control, source->get());
     if (!target) return target.error();
     ReplacementFile& out = **target;
     if (Status s = copy_blocks(platform, **source, out, control); !s) return s;

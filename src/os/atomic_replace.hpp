@@ -64,9 +64,10 @@ struct CopyControl {
     // system may leave the new name empty; a mirror of many small files, which its next run
     // repeats, can't afford a flush per file.
     bool flush = true;
-    // The name itself is replaced: a link at `to` gives way to the copy instead of having its
-    // target written.
-    bool replace_link = false;
+    // The name itself is replaced, as a tree the caller owns wants it: a link at `to` gives way
+    // to the copy instead of having its target written, a read-only `to` is replaced where the
+    // system's rename allows it, and the copy keeps nothing of the file it replaces.
+    bool replace_name = false;
     // The temporary's name beside `to`, for a caller that recognises its own leftovers; by
     // default temp_name_beside's.
     std::function<std::string(const std::string& to)> temp_name;

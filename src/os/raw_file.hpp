@@ -32,14 +32,17 @@ class RawFile {
 class FilePrimitives {
   public:
     virtual ~FilePrimitives() = default;
-    // The file a write to `path` must replace, in the platform's own spelling (through a link to
-    // the file it names, unless `follow_link` is false); an error when it is a directory or
-    // read-only.
-    virtual Result<std::string> replaceable(const std::string& path, bool follow_link) = 0;
+    // The file a write to `path` must replace, in the platform's own spelling, through a link
+    // to the file it names; an error when it is a directory or read-only, or same_file() when
+    // it is the open file `source` (when one is given). Without `follow_link`, the name itself,
+    // unchecked: the rename decides.
+    virtual Result<std::string> replaceable(const std::string& path, bool follow_link,
+                                            RawFile* source) = 0;
     // An existing regular file, opened for reading.
     virtual Result<std::unique_ptr<RawFile>> open_source(const std::string& path) = 0;
     // A new file, which must not exist yet (ErrorKind::Exists when it does), opened for writing;
-    // it gets the permissions or attributes of `like` when that exists.
+    // it gets the permissions or attributes of `like` when that exists (none asked for when
+    // `like` is empty: the caller stamps the file itself).
     virtual Result<std::unique_ptr<RawFile>> create_new(const std::string& path,
                                                         const std::string& like) = 0;
     // Puts `from` in the place of `to` in one step, replacing it; `durable` waits until the

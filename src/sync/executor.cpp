@@ -142,7 +142,7 @@ Status Executor::execute(const Action& a, const std::string& path) {
 Status Executor::copy(const std::string& from, const std::string& to) {
     CopyControl mirror;
     mirror.flush = false;
-    mirror.replace_link = true;
+    mirror.replace_name = true;
     mirror.temp_name = [](const std::string& target) { return temporary_beside(target); };
     const Status s = files_.copy_file(from, to, mirror);
     if (s || !made_writable(to)) return s;

@@ -31,7 +31,10 @@ struct MemoryPrimitives final : FilePrimitives {
     std::map<std::string, std::string> files;
     int taken_names = 0;  // how many temporary names are reported as taken
 
-    Result<std::string> replaceable(const std::string& path, bool) override { return path; }
+    Result<std::string> replaceable(const std::string& path, bool, RawFile* source) override {
+        if (source && source->is(path)) return same_file();
+        return path;
+    }
     Result<std::unique_ptr<RawFile>> open_source(const std::string& path) override {
         if (!files.count(path)) return SystemError{2, "not found", ErrorKind::NotFound};
         return std::unique_ptr<RawFile>(std::make_unique<MemoryRawFile>(*this, path));

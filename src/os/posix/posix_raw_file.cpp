@@ -102,10 +102,18 @@ Status PosixRawFile::flush() {
     return ::fsync(fd_) == 0 ? Status() : last_error();
 }
 
+bool PosixRawFile::status(struct stat& st) const {
+    if (status_) {
+        st = *status_;
+        return true;
+    }
+    return ::fstat(fd_, &st) == 0;
+}
+
 Status PosixRawFile::take_stamp(RawFile& source) {
     const auto& from = static_cast<PosixRawFile&>(source);
     struct stat st {};
-    if (::fstat(from.fd_, &st) != 0) return last_error();
+    if (!from.status(st)) return last_error();
     copy_dos_word(from.path_, fd_);
     const struct timespec times[2] = {st.st_atim, st.st_mtim};
     if (::fchmod(fd_, st.st_mode & 0777) != 0 || ::futimens(fd_, times) != 0) return last_error();
@@ -115,7 +123,7 @@ Status PosixRawFile::take_stamp(RawFile& source) {
 bool PosixRawFile::is(const std::string& path) {
     struct stat own {
     }, other{};
-    return ::fstat(fd_, &own) == 0 && ::stat(native_path(path).c_str(), &other) == 0 &&
+    return status(own) && ::stat(native_path(path).c_str(), &other) == 0 &&
            own.st_dev == other.st_dev && own.st_ino == other.st_ino;
 }
 
@@ -126,12 +134,17 @@ Status PosixRawFile::close() {
     return result == 0 ? Status() : last_error();
 }
 
-// A link itself, when it is not followed, may be replaced whatever it leads to.
-Result<std::string> PosixPrimitives::replaceable(const std::string& path, bool follow_link) {
-    std::string target = follow_link ? resolved(native_path(path)) : native_path(path);
+Result<std::string> PosixPrimitives::replaceable(const std::string& path, bool follow_link,
+                                                 RawFile* source) {
+    if (!follow_link) return native_path(path);
+    std::string target = resolved(native_path(path));
     struct stat st {};
-    const int found = follow_link ? ::stat(target.c_str(), &st) : ::lstat(target.c_str(), &st);
-    if (found == 0 && !S_ISLNK(st.st_mode) && (!S_ISREG(st.st_mode) || !(st.st_mode & S_IWUSR)))
+    if (::stat(target.c_str(), &st) != 0) return target;
+    struct stat own {};
+    if (source && static_cast<PosixRawFile*>(source)->status(own) && own.st_dev == st.st_dev &&
+        own.st_ino == st.st_ino)
+        return same_file();
+    if (!S_ISREG(st.st_mode) || !(st.st_mode & S_IWUSR))
         return system_error(S_ISDIR(st.st_mode) ? EISDIR : EACCES);
     return target;
 }
@@ -141,11 +154,17 @@ Result<std::unique_ptr<RawFile>> PosixPrimitives::open_source(const std::string&
     const std::string p = native_path(path);
     const int fd = ::open(p.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (fd < 0) return last_error();
-    auto file = std::make_unique<PosixRawFile>(fd, p);
     struct stat st {};
-    if (::fstat(fd, &st) != 0) return last_error();
-    if (!S_ISREG(st.st_mode)) return system_error(S_ISDIR(st.st_mode) ? EISDIR : EINVAL);
-    return std::unique_ptr<RawFile>(std::move(file));
+    if (::fstat(fd, &st) != 0) {
+        const SystemError error = last_error();
+        ::close(fd);
+        return error;
+    }
+    if (!S_ISREG(st.st_mode)) {
+        ::close(fd);
+        return system_error(S_ISDIR(st.st_mode) ? EISDIR : EINVAL);
+    }
+    return std::unique_ptr<RawFile>(std::make_unique<PosixRawFile>(fd, p, st));
 }
 
 Result<std::unique_ptr<RawFile>> PosixPrimitives::create_new(const std::string& path,
@@ -153,7 +172,7 @@ Result<std::unique_ptr<RawFile>> PosixPrimitives::create_new(const std::string& 
     const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (fd < 0) return last_error();
     struct stat st {};
-    copy_identity(fd, ::stat(like.c_str(), &st) == 0 ? &st : nullptr);
+    if (!like.empty()) copy_identity(fd, ::stat(like.c_str(), &st) == 0 ? &st : nullptr);
     return std::unique_ptr<RawFile>(std::make_unique<PosixRawFile>(fd, path));
 }
 

@@ -102,9 +102,12 @@ Status Win32RawFile::close() {
 }
 
 // The attributes are the name's own, so a link is never followed: MoveFileExW replaces the link.
-Result<std::string> Win32Primitives::replaceable(const std::string& path, bool) {
+Result<std::string> Win32Primitives::replaceable(const std::string& path, bool follow_link,
+                                                 RawFile* source) {
     const std::wstring target = full_path(widen(path));
+    if (!follow_link) return narrow(target);
     const DWORD old = GetFileAttributesW(native_path(narrow(target)).c_str());
+    if (old != INVALID_FILE_ATTRIBUTES && source && source->is(path)) return same_file();
     if (old != INVALID_FILE_ATTRIBUTES &&
         (old & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)))
         return system_error(ERROR_ACCESS_DENIED);
@@ -122,7 +125,8 @@ Result<std::unique_ptr<RawFile>> Win32Primitives::open_source(const std::string&
 
 Result<std::unique_ptr<RawFile>> Win32Primitives::create_new(const std::string& path,
                                                              const std::string& like) {
-    const DWORD old = GetFileAttributesW(native_path(like).c_str());
+    const DWORD old =
+        like.empty() ? INVALID_FILE_ATTRIBUTES : GetFileAttributesW(native_path(like).c_str());
     const DWORD kept = old == INVALID_FILE_ATTRIBUTES ? 0 : old & kKeptOnReplace;
     FileHandle file(CreateFileW(native_path(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                 kept ? kept : FILE_ATTRIBUTE_NORMAL, nullptr));

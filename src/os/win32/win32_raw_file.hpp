@@ -31,7 +31,8 @@ class Win32RawFile final : public RawFile {
 
 class Win32Primitives final : public FilePrimitives {
   public:
-    Result<std::string> replaceable(const std::string& path, bool follow_link) override;
+    Result<std::string> replaceable(const std::string& path, bool follow_link,
+                                    RawFile* source) override;
     Result<std::unique_ptr<RawFile>> open_source(const std::string& path) override;
     Result<std::unique_ptr<RawFile>> create_new(const std::string& path,
                                                 const std::string& like) override;
