@@ -73,6 +73,12 @@ std::unique_ptr<LinePlan> LinePlan::build(const ProgramLine& line, const Languag
 // no operator sign, and none may decide whether the condition begins with "not".
 bool LinePlan::rewrite_condition(std::string& text, const Language& language) {
     for (Reference& r : references_) r.forbidden |= Facts::kOperator;
+    // An empty value would join the signs around it (">" and "=" into ">=").
+    auto is_sign = [](char c) { return c == '<' || c == '>' || c == '='; };
+    for (std::size_t p = text.find(kMark); p != std::string::npos; p = text.find(kMark, p + 1)) {
+        if ((p > 0 && is_sign(text[p - 1])) || (p + 1 < text.size() && is_sign(text[p + 1])))
+            forbid(std::string_view(text).substr(p, 1), text, Facts::kEmpty);
+    }
     const std::size_t head = std::min<std::size_t>(3, text.size());
     const std::size_t mark = text.find(kMark);
     if (mark == 0) {

@@ -39,6 +39,9 @@ TEST(LinePlan, LoopLinesHavePlansThatStepAsideForAwkwardValues) {
     EXPECT_EQ((*slots)[2], "12");
     EXPECT_TRUE(cond->facts().test);
     EXPECT_FALSE(cond->fill(vars, shared, 5));  // longer than the text limit
+    const auto joined = plan_of("if", "1 >$a$= 2");  // empty, it would make ">="
+    vars.set("a", "");
+    EXPECT_FALSE(joined->fill(vars, shared, kMaxTextLength));
     vars.set("a", std::string(2000, '1'));      // long values go to the shared slots
     EXPECT_EQ(cond->fill(vars, shared, kMaxTextLength), &shared);
     EXPECT_EQ(shared[1], "lessthan");
