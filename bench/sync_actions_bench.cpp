@@ -20,13 +20,13 @@ Listing make_tree(int variant) {
     char name[64];
     for (int d = 0; d < kFolders; ++d) {
         std::snprintf(name, sizeof name, "folder%04d", d);
-        l.add(name, 45000, kDirectory, 0);
+        l.add(name, 45000, kAttrDirectory, 0);
         for (int f = 0; f < kFiles; ++f) {
             const int k = d * kFiles + f;
             if (variant && k % 1000 == 7) continue;  // gone
             std::snprintf(name, sizeof name, "folder%04d/file%04d.dat", d,
                           variant && k % 1000 == 9 ? f + 5000 : f);
-            l.add(name, 45000.5, kArchive, variant && k % 100 == 3 ? 4096 : 2048);
+            l.add(name, 45000.5, kAttrArchive, variant && k % 100 == 3 ? 4096 : 2048);
         }
     }
     sort_listing(l);

@@ -20,14 +20,14 @@ Listing make_tree(int side) {
     char name[64];
     for (int d = 0; d < kFolders; ++d) {
         std::snprintf(name, sizeof name, "folder%04d", d);
-        l.add(name, 45000, kDirectory, 0);
+        l.add(name, 45000, kAttrDirectory, 0);
         for (int f = 0; f < kFiles; ++f) {
             const int k = d * kFiles + f;
             const bool changed = (side == 1 && k % 2000 == 3) || (side == 2 && k % 2000 == 5);
             if (side == 2 && k % 4000 == 7) continue;  // gone
             std::snprintf(name, sizeof name, "folder%04d/file%04d.dat", d,
                           side == 2 && k % 4000 == 9 ? f + 5000 : f);
-            l.add(name, 45000.5, kArchive, changed ? 4096 : 2048);
+            l.add(name, 45000.5, kAttrArchive, changed ? 4096 : 2048);
         }
     }
     sort_listing(l);

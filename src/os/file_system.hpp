@@ -14,20 +14,11 @@
 #include <vector>
 
 #include "os/atomic_replace.hpp"
+#include "os/file_attributes.hpp"
 #include "os/file_lock.hpp"
 #include "os/system_error.hpp"
 
 namespace quiller {
-
-// File attribute bits as Windows reports them.
-enum FileAttribute : std::uint32_t {
-    kAttrReadOnly = 1,
-    kAttrHidden = 2,
-    kAttrSystem = 4,
-    kAttrDirectory = 16,
-    kAttrArchive = 32,
-    kAttrCompressed = 2048,
-};
 
 // What a path names. A link (symbolic link, junction) is described by its target, so
 // `directory` tells whether it leads to one; `link` tells that the name itself is a link, which

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "os/file_attributes.hpp"
+
 namespace quiller::sync {
 
 // The separator of relative names in listings and scan files.
@@ -19,16 +21,6 @@ constexpr char kSeparator = '/';
 // `root` and a relative name joined into a path (`root` alone for an empty name).
 std::string join_path(std::string_view root, std::string_view relative);
 
-// File attribute bits as scan files carry them.
-enum Attribute : std::int16_t {
-    kReadOnly = 1,
-    kHidden = 2,
-    kSystem = 4,
-    kDirectory = 16,
-    kArchive = 32,
-    kCompressed = 2048,  // never stored
-};
-
 // One file or folder. The name is the path relative to the scanned root.
 struct ScanRecord {
     std::uint64_t name_offset = 0;  // into the listing's name arena
@@ -37,7 +29,7 @@ struct ScanRecord {
     std::uint32_t name_length = 0;
     std::int16_t attributes = 0;
 
-    bool is_folder() const { return (attributes & kDirectory) != 0; }
+    bool is_folder() const { return (attributes & kAttrDirectory) != 0; }
 };
 
 class Listing {

@@ -59,7 +59,7 @@ class Walk {
         name_ = prefix;
         name_ += e.name;
         const double date = e.error == 0 ? days_.day_number(e.modified) : 0;
-        const auto attributes = static_cast<std::int16_t>(e.attributes & ~kCompressed & 0x7FFF);
+        const auto attributes = static_cast<std::int16_t>(e.attributes & ~kAttrCompressed & 0x7FFF);
         const std::uint32_t number = listing_.add(name_, date, attributes, folder ? 0 : e.size);
         if (e.error != 0)
             events_.activity(options_.tag + " Warning : Couldn't read all attributes of " +
@@ -79,7 +79,8 @@ class Walk {
             if (error == 0 || stopped_) return false;  // given up
             if (!reader_.transient(error)) {
                 events_.activity(options_.tag + " Warning : Couldn't list " +
-                                 join_path(root_, relative) + ". " + reader_.describe(error).shown());
+                                 join_path(root_, relative) + ". " +
+                                 reader_.describe(error).shown());
                 return true;
             }
             if (events_.retry_wait && !events_.retry_wait(attempt)) return false;

@@ -68,7 +68,7 @@ class SyncExecutor : public ::testing::Test {
         if (on_disk && folder) fs::create_directories(p);
         if (on_disk && !folder) std::ofstream(p) << text;
         l.add(folder ? name.substr(0, name.size() - 1) : name, 45000 + text.size(),
-              folder ? std::int16_t{kDirectory} : std::int16_t{kArchive},
+              folder ? std::int16_t{kAttrDirectory} : std::int16_t{kAttrArchive},
               static_cast<std::int64_t>(text.size()));
     }
     std::string read(const std::string& rel) {

@@ -18,7 +18,7 @@ struct Entry {
     std::string name;
     std::int64_t size = 0;
     double seconds = 0;
-    std::int16_t attributes = kArchive;
+    std::int16_t attributes = kAttrArchive;
 };
 
 Listing listing(const std::vector<Entry>& entries) {
@@ -26,7 +26,7 @@ Listing listing(const std::vector<Entry>& entries) {
     for (const Entry& e : entries) {
         const bool folder = e.name.back() == '/';
         l.add(folder ? e.name.substr(0, e.name.size() - 1) : e.name, kDay + e.seconds / 86400,
-              folder ? std::int16_t{kDirectory} : e.attributes, folder ? 0 : e.size);
+              folder ? std::int16_t{kAttrDirectory} : e.attributes, folder ? 0 : e.size);
     }
     sort_listing(l);
     return l;

@@ -35,7 +35,7 @@ Listing listing(const std::vector<Entry>& entries) {
     for (const Entry& e : entries) {
         const bool folder = e.name.back() == '/';
         l.add(native(folder ? e.name.substr(0, e.name.size() - 1) : e.name),
-              kDay + e.seconds / 86400, folder ? std::int16_t{kDirectory} : std::int16_t{kArchive},
+              kDay + e.seconds / 86400, folder ? std::int16_t{kAttrDirectory} : std::int16_t{kAttrArchive},
               folder ? 0 : e.size);
     }
     sort_listing(l);
