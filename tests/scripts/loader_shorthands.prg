@@ -1,4 +1,5 @@
 ' How script lines are read: comments, blank lines, shorthands, tabs and the case of keywords
+' (the forms of labels are in control_flow.prg)
 	' a comment indented with a tab
     ' a comment indented with blanks
 
@@ -23,21 +24,9 @@ SUB Main
   ' a comment between statements
   print	"06 tab	inside"
   print it's not a comment
-  goto alpha
-  print "FAIL goto alpha"
-:alpha
-  print "07 reached :alpha by goto alpha"
-  goto :beta
-  print "FAIL goto :beta"
-  label beta
-  print "08 reached label beta by goto :beta"
-  goto GAMMA
-  print "FAIL goto GAMMA"
-:Gamma
-  print "09 labels ignore case"
   $lonely$
-  print "10 after the line that starts with a dollar sign and has no ="
-  PRINT "11 upper case"
-  pRiNt "12 mixed case"
+  print "07 after the line that starts with a dollar sign and has no ="
+  PRINT "08 upper case"
+  pRiNt "09 mixed case"
 EndSub
 print "FAIL: lines after the end of main are not run"

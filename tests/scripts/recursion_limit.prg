@@ -1,4 +1,5 @@
-' A call stack of more than 10,000 frames is a fatal error (main's own frame counts)
+' A call stack of more than 10,000 frames is a fatal error (main's own frame counts), which
+' on_error does not get to handle
 sub main
   set $n$ 0
   call deeper
@@ -14,4 +15,8 @@ sub deeper
     print "FAIL depth 10000 reached"
   endif
   call deeper
+endsub
+
+sub on_error
+  print "FAIL on_error ran"
 endsub
