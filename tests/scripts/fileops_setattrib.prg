@@ -2,24 +2,12 @@
 ' getattrib reads them back (R H S A C)
 sub main
   errorshow off
-  setattrib f.txt +R
-  set $a$ getattrib f.txt
-  print "+R: $a$"
-  setattrib f.txt -R +h
-  set $a$ getattrib f.txt
-  print "-R +h: $a$"
-  setattrib f.txt +S-R
-  set $a$ getattrib f.txt
-  print "+S-R: $a$"
-  setattrib f.txt "+R -H -S +A"
-  set $a$ getattrib f.txt
-  print "quoted +R -H -S +A: $a$"
-  setattrib f.txt -RH
-  set $a$ getattrib f.txt
-  print "-RH: [$a$]"
-  setattrib f.txt +R -R
-  set $a$ getattrib f.txt
-  print "+R -R (the last wins): [$a$]"
+  call flags +R
+  call flags -R +h
+  call flags +S-R
+  call flags "+R -H -S +A"
+  call flags -RH
+  call flags +R -R
   setattrib *.LOG +H
   set $a$ getattrib a.log
   set $b$ getattrib b.log
@@ -34,6 +22,14 @@ sub main
   setattrib
   set $a$ getattrib f.txt
   print "f.txt unchanged: [$a$]"
+endsub
+
+' Sets the flags given on f.txt (the first as one argument, quoted) and prints them with what
+' getattrib reads back.
+sub flags
+  setattrib f.txt "$param[1]$" $param[2]$
+  set $a$ getattrib f.txt
+  print "$param[1]$ $param[2]$: [$a$]"
 endsub
 
 sub on_error
