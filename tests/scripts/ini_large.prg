@@ -5,23 +5,21 @@ sub main
   writeini big.ini Next Other 1
   writeini small.ini Big Key " padded value "
   writeini small.ini Big Quoted "'kept quotes'"
-  set $v$ readini big.ini big key "none"
-  print "01 large file, untrimmed: [$v$]"
-  set $v$ readini small.ini big key "none"
-  print "02 small file, trimmed: [$v$]"
-  set $v$ readini big.ini BIG QUOTED "none"
-  print ^03 large file, quotes kept: [$v$]^
-  set $v$ readini small.ini big quoted "none"
-  print "04 small file, quotes removed: [$v$]"
-  set $v$ readini big.ini big other "none "
-  print "05 the next section ends the search: [$v$]"
-  set $v$ readini big.ini next other "none"
-  print "06 [$v$]"
-  set $v$ readini big.ini bi key "none"
-  print "07 the section name must end at the bracket: [$v$]"
+  call read big.ini big key none
+  call read small.ini big key none
+  call read big.ini BIG QUOTED none
+  call read small.ini big quoted none
+  call read big.ini big other "none "
+  call read big.ini next other none
+  call read big.ini bi key none
   writeini big.ini Big Key changed
-  set $v$ readini big.ini big key "none"
-  print "08 a rewrite is seen at once and keeps the blank before the value: [$v$]"
+  call read big.ini big key none
   readinisection big.ini big
-  print "09 readinisection: $readinisection[0]$ [$readinisection[1]$]"
+  print "readinisection: $readinisection[0]$ [$readinisection[1]$]"
+endsub
+
+' Prints readini of file $param[1]$, section $param[2]$, key $param[3]$, default $param[4]$.
+sub read
+  set $v$ readini $param[1]$ $param[2]$ $param[3]$ "$param[4]$"
+  print ^$param[1]$ [$param[2]$] $param[3]$ = [$v$]^
 endsub

@@ -1,25 +1,15 @@
 ' INI files: readini through the profile reader, writeini edits and readinisection listings
 sub main
-  set $v$ readini settings.ini general owner "none"
-  print "01 names are case-blind, values trimmed: [$v$]"
-  set $v$ readini settings.ini GENERAL title "none"
-  print "02 double quotes are removed: [$v$]"
-  set $v$ readini settings.ini General Motto "none"
-  print "03 single quotes are removed: [$v$]"
-  set $v$ readini settings.ini general empty "none"
-  print "04 an empty value is not the default: [$v$]"
-  set $v$ readini settings.ini general novalue "none"
-  print "05 a line without = is no key: [$v$]"
-  set $v$ readini settings.ini general hidden "none"
-  print "06 a comment is no key: [$v$]"
-  set $v$ readini settings.ini " paths " TEMP "none"
-  print "07 blanks around names: [$v$]"
-  set $v$ readini missing.ini paths temp "fallback  "
-  print "08 a missing file gives the default without trailing blanks: [$v$]"
-  set $v$ readini settings.ini nosuch temp "fallback"
-  print "09 a missing section gives the default: [$v$]"
-  set $v$ readini adir.ini paths temp "fallback"
-  print "10 a directory gives the default: [$v$]"
+  call read settings.ini general owner none
+  call read settings.ini GENERAL title none
+  call read settings.ini General Motto none
+  call read settings.ini general empty none
+  call read settings.ini general novalue none
+  call read settings.ini general hidden none
+  call read settings.ini " paths " TEMP none
+  call read missing.ini paths temp "fallback  "
+  call read settings.ini nosuch temp none
+  call read adir.ini paths temp none
   print "== writeini"
   writeini settings.ini general OWNER "Grace Hopper"
   writeini settings.ini Paths Logs "E:\Logs"
@@ -29,14 +19,11 @@ sub main
   call list settings.ini general
   call list settings.ini paths
   call list settings.ini "new section"
-  set $v$ readini settings.ini general owner "none"
-  print "11 the new value reads back: [$v$]"
+  call read settings.ini general owner none
   writeini settings.ini paths ""
   call list settings.ini paths
-  set $v$ readini settings.ini paths temp "gone"
-  print "12 the deleted section is gone: [$v$]"
-  set $v$ readini settings.ini "new section" colour "none"
-  print "13 the sections after it stay: [$v$]"
+  call read settings.ini paths temp none
+  call read settings.ini "new section" colour none
   print "== a new file"
   writeini created.ini First a 1
   writeini created.ini First b
@@ -45,14 +32,20 @@ sub main
   call list created.ini second
   print "== failures"
   readinisection missing.ini general
-  print "14 count after a failure: $readinisection[0]$"
+  print "01 count after a failure: $readinisection[0]$"
   writeini adir.ini s k v
   writeini missing.ini general nothing {delete}
   if fileexists missing.ini
-    print "FAIL 15"
+    print "FAIL 02"
   else
-    print "15 deleting from a missing file creates nothing"
+    print "02 deleting from a missing file creates nothing"
   endif
+endsub
+
+''' Prints readini of file $param[1]$, section $param[2]$, key $param[3]$, default $param[4]$.
+sub read
+  set $v$ readini $param[1]$ "$param[2]$" $param[3]$ "$param[4]$"
+  print ^$param[1]$ [$param[2]$] $param[3]$ = [$v$]^
 endsub
 
 sub list
