@@ -4,11 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <random>
 
 #include "os/ini_profile.hpp"
+#include "scratch_folder.hpp"
 #include "scripted_host.hpp"
 
 namespace quiller::testing {
@@ -84,29 +83,16 @@ TEST(IniLineReader, ThresholdJunkAndHugeLines) {
 
 // --- Files and the cache --------------------------------------------------------------------
 
-class IniRealFiles : public ::testing::Test {
+class IniRealFiles : public ScratchFolder {
   protected:
-    void SetUp() override {
-        dir = std::filesystem::temp_directory_path() /
-              ("quiller-ini-" + std::to_string(std::random_device{}()));
-        std::filesystem::create_directories(dir);
-        platform = make_platform();
-        cache = std::make_unique<ini::IniFiles>(*platform.files, *platform.clock);
-    }
-    void TearDown() override { std::filesystem::remove_all(dir); }
-    std::string path(const std::string& name) { return (dir / name).string(); }
-    void write(const std::string& name, const std::string& bytes) {
-        std::ofstream(path(name), std::ios::binary) << bytes;
-    }
-    std::filesystem::path dir;
-    Platform platform;
-    std::unique_ptr<ini::IniFiles> cache;
+    Platform platform = make_platform();
+    ini::IniFiles cache{*platform.files, *platform.clock};
 };
 
 TEST_F(IniRealFiles, WriteIntoAMissingDirectoryFailsWhileReplacing) {
     ini::WriteFailure failure;
-    EXPECT_FALSE(cache->write(path("no/dir.ini"),
-                                {EditKind::SetValue, "s", "k", "v"}, "\n", failure));
+    EXPECT_FALSE(
+        cache.write(path("no/dir.ini"), {EditKind::SetValue, "s", "k", "v"}, "\n", failure));
     EXPECT_FALSE(failure.reading);
     EXPECT_NE(failure.error.code, 0);
 }
@@ -122,20 +108,19 @@ TEST_F(IniRealFiles, WritersLockExcludesAndStaleTemporariesGo) {
 
     write(".l.ini.quiller-tmp-99999-0", "half");
     ini::WriteFailure failure;
-    ASSERT_TRUE(cache->write(path("l.ini"), {EditKind::SetValue, "s", "k", "v"},
-                               "\n", failure));
-    EXPECT_FALSE(std::filesystem::exists(path(".l.ini.quiller-tmp-99999-0")));
-    EXPECT_EQ(cache->read(path("l.ini"), "s", "k", "d"), "v");
+    ASSERT_TRUE(cache.write(path("l.ini"), {EditKind::SetValue, "s", "k", "v"}, "\n", failure));
+    EXPECT_FALSE(exists(".l.ini.quiller-tmp-99999-0"));
+    EXPECT_EQ(cache.read(path("l.ini"), "s", "k", "d"), "v");
 }
 
 // A change of equal size within the same second as the last read is seen.
 TEST_F(IniRealFiles, FreshFileChangedWithinTheSameSecondIsReread) {
     write("a.ini", "[s]\nk=1\n");
-    EXPECT_EQ(cache->read(path("a.ini"), "s", "k", "d"), "1");
-    const auto time = std::filesystem::last_write_time(path("a.ini"));
+    EXPECT_EQ(cache.read(path("a.ini"), "s", "k", "d"), "1");
+    const auto time = fs::last_write_time(path("a.ini"));
     write("a.ini", "[s]\nk=2\n");
-    std::filesystem::last_write_time(path("a.ini"), time);
-    EXPECT_EQ(cache->read(path("a.ini"), "s", "k", "d"), "2");
+    fs::last_write_time(path("a.ini"), time);
+    EXPECT_EQ(cache.read(path("a.ini"), "s", "k", "d"), "2");
 }
 
 // Reads of many sections of one large file, just written (bytes compared each call) and then
@@ -149,11 +134,9 @@ TEST_F(IniRealFiles, RepeatedReadsOfALargeFileAnswerFromTheCache) {
     }
     write("big.ini", big);
     for (const auto age : {std::chrono::hours(0), std::chrono::hours(1)}) {
-        std::filesystem::last_write_time(path("big.ini"),
-                                         std::filesystem::file_time_type::clock::now() - age);
+        fs::last_write_time(path("big.ini"), fs::file_time_type::clock::now() - age);
         for (int s = 999; s > 0; s -= 37)
-            EXPECT_EQ(cache->read(path("big.ini"), "SECTION" + std::to_string(s),
-                                    "key3", "d"),
+            EXPECT_EQ(cache.read(path("big.ini"), "SECTION" + std::to_string(s), "key3", "d"),
                       std::to_string(s * 10 + 3));
     }
 }

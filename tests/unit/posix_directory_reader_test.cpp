@@ -6,31 +6,29 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
-#include <fstream>
-#include <string>
 
 #include "os/directory_reader.hpp"
 #include "os/platform.hpp"
+#include "scratch_folder.hpp"
 
 namespace quiller {
 namespace {
 
-TEST(PosixDirectoryReader, EntriesAsTheWalkRecordsThem) {
-    std::string dir = testing::TempDir() + "readerXXXXXX";
-    ASSERT_NE(::mkdtemp(dir.data()), nullptr);
-    std::ofstream(dir + "/.hidden") << "abc";
-    std::ofstream(dir + "/ro") << "x";
-    ::chmod((dir + "/ro").c_str(), 0444);
-    ::mkdir((dir + "/sub").c_str(), 0755);
-    ASSERT_EQ(::symlink("sub", (dir + "/to_sub").c_str()), 0);
-    ASSERT_EQ(::symlink(".hidden", (dir + "/to_file").c_str()), 0);
-    ASSERT_EQ(::symlink("nowhere", (dir + "/dangling").c_str()), 0);
-    ASSERT_EQ(::mkfifo((dir + "/pipe").c_str(), 0600), 0);
+using PosixDirectoryReader = testing::ScratchFolder;
+
+TEST_F(PosixDirectoryReader, EntriesAsTheWalkRecordsThem) {
+    write(".hidden", "abc");
+    write("ro", "x");
+    ::chmod(path("ro").c_str(), 0444);
+    ::mkdir(path("sub").c_str(), 0755);
+    ASSERT_EQ(::symlink("sub", path("to_sub").c_str()), 0);
+    ASSERT_EQ(::symlink(".hidden", path("to_file").c_str()), 0);
+    ASSERT_EQ(::symlink("nowhere", path("dangling").c_str()), 0);
+    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
 
     const auto reader = make_directory_reader();
     std::vector<DirectoryEntry> entries;
-    ASSERT_EQ(reader->list(dir, entries), 0);
+    ASSERT_EQ(reader->list(dir.string(), entries), 0);
     std::sort(entries.begin(), entries.end(),
               [](const auto& a, const auto& b) { return a.name < b.name; });
     using K = DirectoryEntry::Kind;
@@ -60,10 +58,9 @@ TEST(PosixDirectoryReader, EntriesAsTheWalkRecordsThem) {
             EXPECT_EQ(e.attributes, expected[i].attributes) << e.name;
         }
     }
-    EXPECT_EQ(reader->list(dir + "/missing", entries), ENOENT);
+    EXPECT_EQ(reader->list(path("missing"), entries), ENOENT);
     EXPECT_FALSE(reader->transient(ENOENT));
     EXPECT_TRUE(reader->transient(ETIMEDOUT));
-    std::system(("rm -rf '" + dir + "'").c_str());
 }
 
 }  // namespace

@@ -7,42 +7,18 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-
 #include "bindings/file_operation_select.hpp"
 #include "os/posix/posix_dos_attributes.hpp"
 #include "os/posix/posix_platform.hpp"
+#include "scratch_folder.hpp"
 
 namespace quiller {
 namespace {
 
 namespace fs = std::filesystem;
 
-class PosixFileOperationsTest : public ::testing::Test {
+class PosixFileOperationsTest : public testing::ScratchFolder {
   protected:
-    void SetUp() override {
-        std::string pattern = fs::temp_directory_path() / "quiller-fops-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        dir = fs::canonical(pattern);
-    }
-    void TearDown() override {
-        std::error_code ec;
-        for (const auto& e : fs::recursive_directory_iterator(dir, ec))
-            if (!e.is_symlink())
-                fs::permissions(e.path(), fs::perms::owner_all, fs::perm_options::add, ec);
-        fs::remove_all(dir, ec);
-    }
-    std::string path(const std::string& name) const { return (dir / name).string(); }
-    void write(const std::string& name, const std::string& bytes) const {
-        fs::create_directories((dir / name).parent_path());
-        std::ofstream(path(name), std::ios::binary) << bytes;
-    }
-    std::string content(const std::string& name) const {
-        std::ifstream in(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
     unsigned mode(const std::string& name) const {
         return static_cast<unsigned>(fs::status(dir / name).permissions());
     }
@@ -51,7 +27,6 @@ class PosixFileOperationsTest : public ::testing::Test {
         return ::setxattr(path("probe").c_str(), "user.probe", "1", 1, 0) == 0;
     }
 
-    fs::path dir;
     posix::PosixFileSystem ops;
 };
 
@@ -100,7 +75,7 @@ TEST_F(PosixFileOperationsTest, CopiesAreWholeAndKeepTimesAndMode) {
     ::stat(path("to.txt").c_str(), &st);
     EXPECT_EQ(st.st_mtim.tv_sec, 1234567890);
     EXPECT_EQ(st.st_mtim.tv_nsec, 500);
-    EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 2);
+    EXPECT_EQ(count(), 2);
     // A copy onto a link replaces what it points at and keeps the link.
     fs::create_symlink(dir / "to.txt", dir / "link.txt");
     write("from.txt", "new");
@@ -130,10 +105,7 @@ TEST_F(PosixFileOperationsTest, RootsAndTheHomeDirectoryAreProtectedThroughLinks
     fs::create_directory_symlink(dir / "home/ada", dir / "to-home");
     fs::create_directory_symlink("/", dir / "to-root");
     EXPECT_EQ(ops.resolve(path("home/new/../other//")), path("home/other"));  // need not exist
-    const char* old_home = std::getenv("HOME");
-    const std::optional<std::string> saved =
-        old_home ? std::optional<std::string>(old_home) : std::nullopt;
-    ::setenv("HOME", path("home/ada").c_str(), 1);
+    const testing::ScopedEnv home("HOME", path("home/ada"));
     const std::pair<std::string, const char*> cases[] = {
         {path("to-home"), "it is the home directory"},
         {path("home/ada/work/.."), "it is the home directory"},
@@ -142,7 +114,6 @@ TEST_F(PosixFileOperationsTest, RootsAndTheHomeDirectoryAreProtectedThroughLinks
         {path("home/ada/work"), ""},
     };
     for (const auto& [p, reason] : cases) EXPECT_EQ(fileops::protected_reason(ops, p), reason) << p;
-    saved ? ::setenv("HOME", saved->c_str(), 1) : ::unsetenv("HOME");
 }
 
 TEST_F(PosixFileOperationsTest, ReadOnlyIsTheWriteBits) {

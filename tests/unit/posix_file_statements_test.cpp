@@ -1,14 +1,10 @@
 // The progress window of an animated copy, on real files through the engine: what no script test
 // can see (listings and warnings are in tests/scripts/fileops_*.prg).
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 #include "bindings/language.hpp"
 #include "engine/engine.hpp"
+#include "scratch_folder.hpp"
 
 namespace quiller {
 namespace {
@@ -49,23 +45,11 @@ class RecordingHost final : public Host {
     }
 };
 
-class FileOperationStatements : public ::testing::Test {
+class FileOperationStatements : public testing::ScratchFolder {
   protected:
     void SetUp() override {
-        std::string pattern = fs::temp_directory_path() / "quiller-fstm-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        dir = fs::canonical(pattern);
-        if (const char* tmp = std::getenv("TMPDIR")) saved_tmp = tmp;
-        ::setenv("TMPDIR", (dir.string() + "/").c_str(), 1);  // the error log goes there
-    }
-    void TearDown() override {
-        saved_tmp ? ::setenv("TMPDIR", saved_tmp->c_str(), 1) : ::unsetenv("TMPDIR");
-        std::error_code ec;
-        fs::remove_all(dir, ec);
-    }
-    void write(const std::string& name, const std::string& bytes) const {
-        fs::create_directories((dir / name).parent_path());
-        std::ofstream(dir / name, std::ios::binary) << bytes;
+        ScratchFolder::SetUp();
+        tmp.emplace("TMPDIR", path(""));  // the error log goes there
     }
     // Runs the lines as the body of main, with the scratch directory as $param[1]$.
     void run(const std::string& body) {
@@ -75,8 +59,7 @@ class FileOperationStatements : public ::testing::Test {
         engine.run((dir / "job.prg").string() + " " + dir.string());
     }
 
-    fs::path dir;
-    std::optional<std::string> saved_tmp;
+    std::optional<testing::ScopedEnv> tmp;
     RecordingHost host;
 };
 

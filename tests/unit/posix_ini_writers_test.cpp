@@ -3,20 +3,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <random>
-
 #include "os/ini_profile.hpp"
 #include "os/platform.hpp"
+#include "scratch_folder.hpp"
 
 namespace quiller {
 namespace {
 
-TEST(IniWriters, ConcurrentProcessesKeepEveryKey) {
-    const auto dir = std::filesystem::temp_directory_path() /
-                     ("quiller-writers-" + std::to_string(std::random_device{}()));
-    std::filesystem::create_directories(dir);
-    const std::string file = (dir / "shared.ini").string();
+using IniWriters = testing::ScratchFolder;
+
+TEST_F(IniWriters, ConcurrentProcessesKeepEveryKey) {
+    const std::string file = path("shared.ini");
     constexpr int kWriters = 4, kKeys = 150;
     std::vector<pid_t> children;
     for (int w = 0; w < kWriters; ++w) {
@@ -44,7 +41,6 @@ TEST(IniWriters, ConcurrentProcessesKeepEveryKey) {
     const auto bytes = platform.files->read_file(file);
     ASSERT_TRUE(bytes);
     EXPECT_EQ(ini::section_entries(*bytes, "s").size(), std::size_t{kWriters * kKeys});
-    std::filesystem::remove_all(dir);
 }
 
 }  // namespace

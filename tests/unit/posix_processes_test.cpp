@@ -3,56 +3,27 @@
 // ever tried with QUILLER_SHUTDOWN_LOG set, an empty PATH and a spawner that starts nothing.
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <fstream>
 
 #include "os/posix/posix_processes.hpp"
 #include "reference_table.hpp"
+#include "scratch_folder.hpp"
 
 namespace quiller::testing {
 namespace {
 
-namespace fs = std::filesystem;
 using posix::PosixProcesses;
 
-// Sets an environment variable for one scope.
-struct ScopedEnv {
-    ScopedEnv(const char* name, const std::string& value) : name(name) {
-        if (const char* v = std::getenv(name)) old = v;
-        ::setenv(name, value.c_str(), 1);
-    }
-    ~ScopedEnv() { old ? ::setenv(name, old->c_str(), 1) : ::unsetenv(name); }
-    const char* name;
-    std::optional<std::string> old;
-};
-
-class PosixProcessesTest : public ::testing::Test {
+class PosixProcessesTest : public ScratchFolder {
   protected:
-    void SetUp() override {
-        std::string pattern = fs::temp_directory_path() / "quiller-proc-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        dir = pattern;
-    }
-    void TearDown() override {
-        std::error_code ec;
-        fs::remove_all(dir, ec);
-    }
-    std::string path(const std::string& name) const { return (dir / name).string(); }
-    std::string content(const std::string& name) const {
-        std::ifstream in(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
     void write(const std::string& name, const std::string& bytes, bool executable = false) const {
-        std::ofstream(path(name), std::ios::binary) << bytes;
+        ScratchFolder::write(name, bytes);
         if (executable) ::chmod(path(name).c_str(), 0755);
     }
-    fs::path dir;
 };
 
 TEST_F(PosixProcessesTest, MissingProgramsAreNotFound) {

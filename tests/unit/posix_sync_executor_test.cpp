@@ -4,10 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <fstream>
 
 #include "os/posix/posix_platform.hpp"
+#include "scratch_folder.hpp"
 #include "sync/executor.hpp"
 #include "sync/sort.hpp"
 
@@ -45,40 +44,28 @@ class Recorder final : public ExecutionObserver {
     std::vector<Ended> ended;
 };
 
-class SyncExecutor : public ::testing::Test {
+class SyncExecutor : public testing::ScratchFolder {
   protected:
     void SetUp() override {
-        dir_ =
-            fs::temp_directory_path() /
-            ("quiller-exec-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-             ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir_);
-        fs::create_directories(dir_ / "src");
-        fs::create_directories(dir_ / "dst");
-    }
-    void TearDown() override {
-        fs::permissions(dir_, fs::perms::owner_all, fs::perm_options::add);
-        fs::remove_all(dir_);
+        ScratchFolder::SetUp();
+        fs::create_directories(dir / "src");
+        fs::create_directories(dir / "dst");
     }
     // A file of `text` on disk and its record in `l` ("/" ends a folder).
     void entry(Listing& l, const std::string& side, const std::string& name,
                const std::string& text = {}, bool on_disk = true) {
-        const fs::path p = dir_ / side / name;
+        const fs::path p = dir / side / name;
         const bool folder = name.back() == '/';
         if (on_disk && folder) fs::create_directories(p);
-        if (on_disk && !folder) std::ofstream(p) << text;
+        if (on_disk && !folder) write(side + "/" + name, text);
         l.add(folder ? name.substr(0, name.size() - 1) : name, 45000 + text.size(),
               folder ? std::int16_t{kAttrDirectory} : std::int16_t{kAttrArchive},
               static_cast<std::int64_t>(text.size()));
     }
-    std::string read(const std::string& rel) {
-        std::ifstream in(dir_ / rel);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
     std::vector<Ended> run(Listing& s, Listing& t, FileSystem& files, Listing* after = nullptr) {
         sort_listing(s);
         sort_listing(t);
-        const std::string sroot = (dir_ / "src").string(), troot = (dir_ / "dst").string();
+        const std::string sroot = (dir / "src").string(), troot = (dir / "dst").string();
         const ActionList list = compute_actions({s, sroot}, {t, troot}, {});
         Recorder recorder;
         Executor x({s, sroot}, {t, troot}, files, recorder);
@@ -87,7 +74,6 @@ class SyncExecutor : public ::testing::Test {
         return recorder.ended;
     }
 
-    fs::path dir_;
     std::unique_ptr<FileSystem> files_ = make_file_system();
 };
 
@@ -96,18 +82,18 @@ TEST_F(SyncExecutor, FailuresStayWithTheirActionAndTheRunGoesOn) {
     entry(s, "src", "gone.txt", "vanished between scan and copy", false);
     entry(s, "src", "ro.txt", "new");
     entry(t, "dst", "ro.txt", "old text");
-    fs::permissions(dir_ / "dst/ro.txt", fs::perms::owner_read);
+    fs::permissions(dir / "dst/ro.txt", fs::perms::owner_read);
     entry(t, "dst", "full/");
-    std::ofstream(dir_ / "dst/full/kept.txt") << "k";  // not in the listing: the folder stays
+    write("dst/full/kept.txt", "k");  // not in the listing: the folder stays
     entry(s, "src", "z.txt", "last");
     const auto ended = run(s, t, *files_);
     ASSERT_EQ(ended.size(), 4u);
     EXPECT_EQ(ended[0].kind + std::to_string(ended[0].error), "rd" + std::to_string(ENOTEMPTY));
-    EXPECT_EQ(ended[1].kind + ended[1].path.substr(dir_.string().size()), "copy/dst/gone.txt");
+    EXPECT_EQ(ended[1].kind + ended[1].path.substr(dir.string().size()), "copy/dst/gone.txt");
     EXPECT_EQ(ended[1].error, ENOENT);
-    EXPECT_EQ(read("dst/ro.txt"), "new");  // a read-only file of the mirror is replaced
-    EXPECT_EQ(read("dst/z.txt"), "last");
-    EXPECT_TRUE(fs::exists(dir_ / "dst/full/kept.txt"));
+    EXPECT_EQ(content("dst/ro.txt"), "new");  // a read-only file of the mirror is replaced
+    EXPECT_EQ(content("dst/z.txt"), "last");
+    EXPECT_TRUE(exists("dst/full/kept.txt"));
 }
 
 TEST_F(SyncExecutor, AFullDiskKeepsTheOldFileAndLeavesNoTemporary) {
@@ -119,9 +105,9 @@ TEST_F(SyncExecutor, AFullDiskKeepsTheOldFileAndLeavesNoTemporary) {
     const auto ended = run(s, t, disk);
     ASSERT_EQ(ended.size(), 2u);
     EXPECT_EQ(ended[1].error, ENOSPC);
-    EXPECT_EQ(read("dst/a.txt"), "new a");
-    EXPECT_EQ(read("dst/b.txt"), "old b");
-    for (const auto& e : fs::directory_iterator(dir_ / "dst"))
+    EXPECT_EQ(content("dst/a.txt"), "new a");
+    EXPECT_EQ(content("dst/b.txt"), "old b");
+    for (const auto& e : fs::directory_iterator(dir / "dst"))
         EXPECT_FALSE(is_temporary_name(e.path().filename().string())) << e.path();
 }
 
@@ -133,8 +119,8 @@ TEST_F(SyncExecutor, RenamesNeverOverwriteAndTheListingAfterMatchesTheDisk) {
     entry(t, "dst", "docs/");
     entry(t, "dst", "docs/note.txt", "n");
     run(s, t, *files_, &after);
-    EXPECT_EQ(read("dst/Docs/Note.txt"), "n");
-    EXPECT_EQ(read("dst/Docs/new.txt"), "fresh");
+    EXPECT_EQ(content("dst/Docs/Note.txt"), "n");
+    EXPECT_EQ(content("dst/Docs/new.txt"), "fresh");
     std::vector<std::string> names;
     for (std::size_t k = 0; k < after.order.size(); ++k) names.emplace_back(after.sorted_name(k));
     EXPECT_EQ(names, (std::vector<std::string>{"Docs", "Docs/new.txt", "Docs/Note.txt"}));

@@ -6,30 +6,23 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 
-#include "scripted_host.hpp"
 #include "os/posix/posix_registry.hpp"
 #include "os/registry_values.hpp"
+#include "scratch_folder.hpp"
+#include "scripted_host.hpp"
 
 namespace quiller {
 namespace {
 
 namespace fs = std::filesystem;
 
-class RegistrySqlite : public ::testing::Test {
+class RegistrySqlite : public testing::ScratchFolder {
   protected:
     void SetUp() override {
-        std::string pattern = fs::temp_directory_path() / "quiller-reg-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        dir = pattern;
-        db = (dir / "sub" / "registry.db").string();
-    }
-    void TearDown() override {
-        std::error_code ec;
-        fs::remove_all(dir, ec);
+        ScratchFolder::SetUp();
+        db = path("sub/registry.db");
     }
     static RegistryKeyRef key(std::string_view subkey) {
         return {{}, RegistryRoot::CurrentUser, subkey};
@@ -41,10 +34,6 @@ class RegistrySqlite : public ::testing::Test {
     static std::string read(RegistryStore& s, std::string_view subkey, std::string_view name) {
         RegistryData d;
         return s.read_value(key(subkey), name, d).ok() ? text_from_data(d) : "(none)";
-    }
-    std::string file_bytes() {
-        std::ifstream in(db, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
     }
     // Runs SQL on the file itself; the first column of the last row.
     std::string sql(const char* statement) {
@@ -59,7 +48,6 @@ class RegistrySqlite : public ::testing::Test {
         return out;
     }
 
-    fs::path dir;
     std::string db;
 };
 
@@ -75,23 +63,13 @@ TEST_F(RegistrySqlite, MadeOnFirstUsePrivateAndKeptAcrossOpenings) {
 }
 
 TEST_F(RegistrySqlite, FileLocationFromTheEnvironment) {
-    const char* names[] = {"QUILLER_REGISTRY", "XDG_DATA_HOME", "HOME"};
-    std::optional<std::string> saved[3];
-    for (int i = 0; i < 3; ++i)
-        if (const char* v = std::getenv(names[i])) saved[i] = v;
-    ::setenv("QUILLER_REGISTRY", "/x/r.db", 1);
-    ::setenv("XDG_DATA_HOME", "/data", 1);
-    ::setenv("HOME", "/home/ada", 1);
+    const testing::ScopedEnv home("HOME", "/home/ada"), data("XDG_DATA_HOME", "/data"),
+        named("QUILLER_REGISTRY", "/x/r.db");
     EXPECT_EQ(posix::registry_file_path(), "/x/r.db");
-    ::unsetenv("QUILLER_REGISTRY");
+    const testing::ScopedEnv unnamed("QUILLER_REGISTRY", std::nullopt);
     EXPECT_EQ(posix::registry_file_path(), "/data/quiller/registry.db");
-    ::setenv("XDG_DATA_HOME", "relative", 1);  // not absolute: ignored
+    const testing::ScopedEnv relative("XDG_DATA_HOME", "relative");  // not absolute: ignored
     EXPECT_EQ(posix::registry_file_path(), "/home/ada/.local/share/quiller/registry.db");
-    for (int i = 0; i < 3; ++i)
-        if (saved[i])
-            ::setenv(names[i], saved[i]->c_str(), 1);
-        else
-            ::unsetenv(names[i]);
 }
 
 // One process holds a batch open while four others start writing: they wait for it and for each
@@ -183,7 +161,7 @@ TEST_F(RegistrySqlite, FilesThatAreNoStoreAreReportedAndLeftAlone) {
             sql("CREATE TABLE notes(x)");
         else
             std::ofstream(db, std::ios::binary) << std::string(8192, '\x5a');
-        const std::string before = file_bytes();
+        const std::string before = content("sub/registry.db");
         testing::Harness h;
         h.platform.registry = posix::make_sqlite_registry_store(db);
         h.run(
@@ -201,7 +179,7 @@ TEST_F(RegistrySqlite, FilesThatAreNoStoreAreReportedAndLeftAlone) {
             EXPECT_NE(e.text.find("(1015)"), std::string::npos);
         }
         h.platform.registry.reset();
-        EXPECT_TRUE(file_bytes() == before);
+        EXPECT_TRUE(content("sub/registry.db") == before);
     }
 }
 

@@ -3,19 +3,11 @@
 // rest through the statements.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <functional>
-
-#ifdef _WIN32
-#include <process.h>
-#define getpid _getpid
-#else
-#include <unistd.h>
-#endif
 
 #include "os/registry_store.hpp"
 #include "os/registry_values.hpp"
+#include "scratch_folder.hpp"
 #ifndef _WIN32
 #include "os/posix/posix_registry.hpp"
 #endif
@@ -28,20 +20,16 @@ namespace fs = std::filesystem;
 using StoreFactory = std::function<std::unique_ptr<RegistryStore>(const fs::path& dir)>;
 using Names = std::vector<std::string>;
 
-class RegistryStoreContract : public ::testing::TestWithParam<StoreFactory> {
+class RegistryStoreContract : public testing::ScratchFolder,
+                              public ::testing::WithParamInterface<StoreFactory> {
   protected:
     void SetUp() override {
-        static int counter = 0;
-        dir = fs::temp_directory_path() /
-              ("quiller-store-" + std::to_string(::getpid()) + "-" + std::to_string(++counter));
-        fs::remove_all(dir);
-        fs::create_directories(dir);
+        ScratchFolder::SetUp();
         store = GetParam()(dir);
     }
     void TearDown() override {
         store.reset();
-        std::error_code ec;
-        fs::remove_all(dir, ec);
+        ScratchFolder::TearDown();
     }
 
     static RegistryKeyRef key(std::string_view subkey,
@@ -69,7 +57,6 @@ class RegistryStoreContract : public ::testing::TestWithParam<StoreFactory> {
         return out;
     }
 
-    fs::path dir;
     std::unique_ptr<RegistryStore> store;
 };
 

@@ -4,9 +4,10 @@
 
 #include <cmath>
 
-#include "value/value.hpp"
 #include "os/win32/win32_platform.hpp"
 #include "os/win32/win32_regional.hpp"
+#include "scratch_folder.hpp"
+#include "value/value.hpp"
 
 namespace quiller::testing {
 namespace {
@@ -25,19 +26,14 @@ TEST(Win32Environment, VariablesAreUtf8) {
 
 TEST(Win32Environment, TemporaryFolderFromTmp) {
     win32::Win32Environment env;
-    wchar_t saved[MAX_PATH + 1] = {};
-    const bool had = GetEnvironmentVariableW(L"TMP", saved, MAX_PATH + 1) > 0;
-    SetEnvironmentVariableW(L"TMP", L"C:\\windows");
-    const std::string dir = env.temp_dir();
-    SetEnvironmentVariableW(L"TMP", had ? saved : nullptr);
-    EXPECT_EQ(dir, "C:\\windows\\");  // the trailing "\" is the system's
+    {
+        const ScopedEnv tmp("TMP", "C:\\windows");
+        EXPECT_EQ(env.temp_dir(), "C:\\windows\\");  // the trailing "\" is the system's
+    }
     EXPECT_TRUE(env.temp_dir().ends_with("\\"));
 }
 
-TEST(Win32Environment, MemoryAndLocalTime) {
-    const MemoryStatus m = win32::Win32Environment().memory();
-    EXPECT_GT(m.available, 0);
-    EXPECT_LE(m.available, m.total);
+TEST(Win32Clock, LocalTime) {
     SYSTEMTIME t{};
     GetLocalTime(&t);
     const double expected = value::date_serial(t.wYear, t.wMonth, t.wDay) +
