@@ -1,63 +1,66 @@
 // The file statements' own rules, apart from any file system: wildcards, path texts, roots and
-// the home directory, attribute flags and listing lines.
+// attribute flags (the rows of cases/file_paths.tsv), the home directory and listing lines.
 #include <gtest/gtest.h>
 
 #include <map>
-#include <tuple>
 
-#include "value/format.hpp"
-#include "os/file_operation_paths.hpp"
 #include "bindings/file_operation_select.hpp"
 #include "bindings/file_operation_steps.hpp"
+#include "os/file_operation_paths.hpp"
 #include "os/platform.hpp"
+#include "reference_table.hpp"
 #include "scripted_host.hpp"
+#include "value/format.hpp"
 
 namespace quiller::fileops {
 namespace {
 
-TEST(FileOperationPaths, Wildcards) {
-    const bool dots = !kWildcardsSkipDotNames;
-    const std::tuple<const char*, const char*, bool> cases[] = {
-        {"*.txt", "A.TXT", true},     {"a?c.*", "ABC.log", true},     {"?.txt", "ab.txt", false},
-        {"*.*", "README", true},      {"*a*b*", "xxaYYbzz", true},    {"*a*b", "xxaYYbzz", false},
-        {"report", "report2", false}, {"?pfel", "äpfel", true},       {"Ä*", "äpfel", true},
-        {"??", "日本", true},         {"???", "日本", false},         {".*", ".profile", true},
-        {"*", ".profile", dots},      {"?profile", ".profile", dots},
+using test::Cells;
+
+std::string yes_no(bool b) {
+    return b ? "yes" : "no";
+}
+
+// "+SET -CLEAR" in the letters R, H, S, A, C, or the word refused.
+std::string flags(const Cells& a) {
+    std::vector<std::string_view> words;
+    for (std::string_view rest = a[0]; !rest.empty();) {
+        const std::size_t bar = std::min(rest.find('|'), rest.size());
+        words.push_back(rest.substr(0, bar));
+        rest.remove_prefix(std::min(bar + 1, rest.size()));
+    }
+    std::string bad;
+    const auto change = parse_attribute_flags(words, bad);
+    if (!change) return "refused [" + bad + "]";
+    const auto letters = [](std::uint32_t bits) {
+        std::string out;
+        for (const auto& [bit, letter] : {std::pair{kAttrReadOnly, 'R'},
+                                          {kAttrHidden, 'H'},
+                                          {kAttrSystem, 'S'},
+                                          {kAttrArchive, 'A'},
+                                          {kAttrCompressed, 'C'}})
+            if (bits & bit) out += letter;
+        return out;
     };
-    for (const auto& [pattern, name, matches] : cases)
-        EXPECT_EQ(wildcard_match(pattern, name), matches) << pattern << " " << name;
+    return "+" + letters(change->set) + " -" + letters(change->clear);
 }
 
-TEST(FileOperationPaths, SplitJoinAndTrailingSeparators) {
-    EXPECT_EQ(split("/c.txt").directory, "/");
-    EXPECT_EQ(split("C:\\c.txt").directory, "C:\\");
-    EXPECT_EQ(split("C:c.txt").directory, "C:");
-    EXPECT_EQ(split("C:c.txt").name, "c.txt");
-    EXPECT_EQ(join("/", "x", '/'), "/x");
-    EXPECT_EQ(join("C:", "x", '\\'), "C:x");
-    EXPECT_EQ(strip_trailing_separators("///"), "/");
-    EXPECT_EQ(strip_trailing_separators("C:\\"), "C:\\");
-    EXPECT_EQ(separator_of("a\\b/c"), '/');
-    EXPECT_EQ(separator_of("a/b\\c"), '\\');
-    EXPECT_EQ(separator_of("abc"), kNativeSeparator);
-}
-
-TEST(FileOperationPaths, RootsContainmentAndOrder) {
-    for (const char* root :
-         {"/", "//", "\\", "C:", "c:\\", "C:/", "C:\\\\", "\\\\server\\share", "//server/share/"})
-        EXPECT_TRUE(is_root(root)) << root;
-    for (const char* other :
-         {"", "C:\\x", "/tmp", "\\\\server", "\\\\server\\share\\x", "CC:", "C:x"})
-        EXPECT_FALSE(is_root(other)) << other;
-    EXPECT_TRUE(same_or_within("/a/b", "/a"));
-    EXPECT_TRUE(same_or_within("/a", "/a"));
-    EXPECT_TRUE(same_or_within("/a", "/"));
-    EXPECT_TRUE(same_or_within("C:\\a", "C:\\"));
-    EXPECT_FALSE(same_or_within("/ab", "/a"));
-    EXPECT_FALSE(same_or_within("/a", "/a/b"));
-    EXPECT_EQ(same_or_within("C:\\Users\\Ada", "c:\\users"), kCaseBlindPaths);
-    EXPECT_TRUE(name_before("B", "b"));  // a tie in case falls back to the bytes
-    EXPECT_FALSE(name_before("b", "B"));
+TEST(FileOperationCases, EveryRowOfTheTable) {
+    test::check_case_table(
+        "file_paths.tsv",
+        {{"wildcard", [](const Cells& a) { return yes_no(wildcard_match(a[0], a[1])); }},
+         {"split",
+          [](const Cells& a) {
+              const PathSplit s = split(a[0]);
+              return s.directory + "|" + s.name;
+          }},
+         {"join", [](const Cells& a) { return join(a[0], a[1], a[2][0]); }},
+         {"strip", [](const Cells& a) { return std::string(strip_trailing_separators(a[0])); }},
+         {"separator", [](const Cells& a) { return std::string(1, separator_of(a[0])); }},
+         {"root", [](const Cells& a) { return yes_no(is_root(a[0])); }},
+         {"within", [](const Cells& a) { return yes_no(same_or_within(a[0], a[1])); }},
+         {"before", [](const Cells& a) { return yes_no(name_before(a[0], a[1])); }},
+         {"flags", flags}});
 }
 
 // Resolves paths from a table; everything else is unknown.
@@ -99,30 +102,6 @@ TEST(FileOperationSafety, RootsHomeAndWhatHoldsIt) {
     for (const auto& [path, reason] : cases) EXPECT_EQ(protected_reason(ops, path), reason) << path;
     ops.homes.clear();  // without a home, only roots are refused
     EXPECT_EQ(protected_reason(ops, "/home"), "");
-}
-
-AttributeChange flags(std::vector<std::string_view> words, std::string* bad_out = nullptr) {
-    std::string bad;
-    const auto change = parse_attribute_flags(words, bad);
-    if (bad_out) *bad_out = bad;
-    return change.value_or(AttributeChange{0xFFFF, 0xFFFF});
-}
-
-// The script test fileops_setattrib.prg has the common forms; these are the rest.
-TEST(AttributeFlags, SignsLettersAndRefusals) {
-    const AttributeChange c = flags({"+R", "-S", "+c", "-h", "+RH-A"});
-    EXPECT_EQ(c.set, kAttrReadOnly | kAttrHidden | kAttrCompressed);
-    EXPECT_EQ(c.clear, kAttrSystem | kAttrArchive);  // the last flag for a letter wins
-    const AttributeChange d = flags({"+R -H,+A"});
-    EXPECT_EQ(d.set, kAttrReadOnly | kAttrArchive);
-    EXPECT_EQ(d.clear, kAttrHidden);
-    std::string bad;
-    for (const char* word : {"R", "+X", "+", "+R-", "++R", "+R H", "-D"}) {
-        EXPECT_EQ(flags({word}, &bad).set, 0xFFFFu) << word;
-        EXPECT_EQ(bad, word);
-    }
-    EXPECT_EQ(flags({}, &bad).set, 0xFFFFu);
-    EXPECT_EQ(bad, "");
 }
 
 TEST(Listing, LinksAreMarked) {
