@@ -3,34 +3,23 @@
 // hundred changed, one in a thousand is new and one in a thousand is gone.
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-
 #include "sync/actions.hpp"
-#include "sync/sort.hpp"
+#include "tree_listing.hpp"
 
 namespace quiller::sync {
 namespace {
 
-constexpr int kFolders = 1000, kFiles = 1000;
+using bench::FileEdit;
 
 // `variant` 0: the tree as it is; 1: the changed copy.
 Listing make_tree(int variant) {
-    Listing l;
-    l.reserve(kFolders * (kFiles + 1), kFolders * (kFiles + 1) * 22);
-    char name[64];
-    for (int d = 0; d < kFolders; ++d) {
-        std::snprintf(name, sizeof name, "folder%04d", d);
-        l.add(name, 45000, kAttrDirectory, 0);
-        for (int f = 0; f < kFiles; ++f) {
-            const int k = d * kFiles + f;
-            if (variant && k % 1000 == 7) continue;  // gone
-            std::snprintf(name, sizeof name, "folder%04d/file%04d.dat", d,
-                          variant && k % 1000 == 9 ? f + 5000 : f);
-            l.add(name, 45000.5, kAttrArchive, variant && k % 100 == 3 ? 4096 : 2048);
-        }
-    }
-    sort_listing(l);
-    return l;
+    return bench::tree_listing([variant](int k) {
+        if (!variant) return FileEdit::None;
+        return k % 1000 == 7   ? FileEdit::Gone
+               : k % 1000 == 9 ? FileEdit::Renamed
+               : k % 100 == 3  ? FileEdit::Changed
+                               : FileEdit::None;
+    });
 }
 
 const Listing& tree(int variant) {

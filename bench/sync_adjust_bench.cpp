@@ -3,35 +3,24 @@
 // and 250 gone.
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-
 #include "sync/adjust.hpp"
-#include "sync/sort.hpp"
+#include "tree_listing.hpp"
 
 namespace quiller::sync {
 namespace {
 
-constexpr int kFolders = 1000, kFiles = 1000;
+using bench::FileEdit;
 
 // 0: the base; 1: the master; 2: the copy.
 Listing make_tree(int side) {
-    Listing l;
-    l.reserve(kFolders * (kFiles + 1), kFolders * (kFiles + 1) * 22);
-    char name[64];
-    for (int d = 0; d < kFolders; ++d) {
-        std::snprintf(name, sizeof name, "folder%04d", d);
-        l.add(name, 45000, kAttrDirectory, 0);
-        for (int f = 0; f < kFiles; ++f) {
-            const int k = d * kFiles + f;
-            const bool changed = (side == 1 && k % 2000 == 3) || (side == 2 && k % 2000 == 5);
-            if (side == 2 && k % 4000 == 7) continue;  // gone
-            std::snprintf(name, sizeof name, "folder%04d/file%04d.dat", d,
-                          side == 2 && k % 4000 == 9 ? f + 5000 : f);
-            l.add(name, 45000.5, kAttrArchive, changed ? 4096 : 2048);
-        }
-    }
-    sort_listing(l);
-    return l;
+    return bench::tree_listing([side](int k) {
+        if (side == 1) return k % 2000 == 3 ? FileEdit::Changed : FileEdit::None;
+        if (side == 0) return FileEdit::None;
+        return k % 4000 == 7   ? FileEdit::Gone
+               : k % 4000 == 9 ? FileEdit::Renamed
+               : k % 2000 == 5 ? FileEdit::Changed
+                               : FileEdit::None;
+    });
 }
 
 void adjust(benchmark::State& state) {
