@@ -2,35 +2,14 @@
 // removals, the path filters, the end marker and the disk space.
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "reference_table.hpp"
 #include "sync/actions.hpp"
-#include "sync/sort.hpp"
+#include "sync_entries.hpp"
 
 namespace quiller::sync {
 namespace {
 
-constexpr double kDay = 46000;  // any day; entries give seconds after its midnight
-
-// One entry: a name ending in "/" is a folder (the "/" is dropped).
-struct Entry {
-    std::string name;
-    std::int64_t size = 0;
-    double seconds = 0;
-    std::int16_t attributes = kAttrArchive;
-};
-
-Listing listing(const std::vector<Entry>& entries) {
-    Listing l;
-    for (const Entry& e : entries) {
-        const bool folder = e.name.back() == '/';
-        l.add(folder ? e.name.substr(0, e.name.size() - 1) : e.name, kDay + e.seconds / 86400,
-              folder ? std::int16_t{kAttrDirectory} : e.attributes, folder ? 0 : e.size);
-    }
-    sort_listing(l);
-    return l;
-}
+using namespace text_listings;
 
 // "kind source target", "-" for a side without an entry; "reset" is left out.
 std::string describe(const ActionList& list, const Listing& s, const Listing& t) {
@@ -53,23 +32,6 @@ std::string merge(const std::vector<Entry>& source, const std::vector<Entry>& ta
     const std::string text = describe(list, s, t);
     if (result) *result = std::move(list);
     return text;
-}
-
-// "name:size:seconds:attributes" entries joined by ","; the numbers may be left out.
-std::vector<Entry> entries(const std::string& text) {
-    std::vector<Entry> out;
-    std::istringstream items(text);
-    for (std::string item; std::getline(items, item, ',');) {
-        std::istringstream fields(item);
-        std::string name, size = "0", seconds = "0", attributes = "32";
-        std::getline(fields, name, ':');
-        std::getline(fields, size, ':');
-        std::getline(fields, seconds, ':');
-        std::getline(fields, attributes, ':');
-        out.push_back({name, std::stoll(size), std::stod(seconds),
-                       static_cast<std::int16_t>(std::stoi(attributes))});
-    }
-    return out;
 }
 
 // Every case of two entries of one name: cases/sync_actions.tsv.

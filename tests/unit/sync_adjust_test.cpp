@@ -6,40 +6,22 @@
 #include <map>
 #include <random>
 #include <set>
-#include <sstream>
 
 #include "reference_table.hpp"
 #include "sync/adjust.hpp"
-#include "sync/sort.hpp"
+#include "sync_entries.hpp"
 
 namespace quiller::sync {
 namespace {
 
-constexpr double kDay = 46000;
+using namespace text_listings;
+
 constexpr char kSep = kSeparator;
 
-// "name size seconds"; a name ending in "/" is a folder. "/" inside names is the separator.
-struct Entry {
-    std::string name;
-    std::int64_t size = 0;
-    double seconds = 0;
-};
-
-std::string native(std::string name) {
-    std::replace(name.begin(), name.end(), '/', kSep);
-    return name;
-}
-
-Listing listing(const std::vector<Entry>& entries) {
-    Listing l;
-    for (const Entry& e : entries) {
-        const bool folder = e.name.back() == '/';
-        l.add(native(folder ? e.name.substr(0, e.name.size() - 1) : e.name),
-              kDay + e.seconds / 86400, folder ? std::int16_t{kAttrDirectory} : std::int16_t{kAttrArchive},
-              folder ? 0 : e.size);
-    }
-    sort_listing(l);
-    return l;
+// A listing whose names have "/" as the separator.
+Listing native_listing(std::vector<Entry> entries) {
+    for (Entry& e : entries) std::replace(e.name.begin(), e.name.end(), '/', kSep);
+    return listing(entries);
 }
 
 constexpr const char* kKinds[] = {"md", "copy", "replace", "restore", "conflict", "del", "rd"};
@@ -48,7 +30,7 @@ constexpr const char* kKinds[] = {"md", "copy", "replace", "restore", "conflict"
 std::string adjust(const std::vector<Entry>& master, const std::vector<Entry>& copy,
                    const std::vector<Entry>& base, const PathFilters& filters = {},
                    bool removals = true, AdjustPlan* out = nullptr) {
-    const Listing m = listing(master), c = listing(copy), b = listing(base);
+    const Listing m = native_listing(master), c = native_listing(copy), b = native_listing(base);
     AdjustPlan plan = plan_adjustment({{m, "/m"}, {c, "/c"}, b, filters, "Server", removals});
     std::string text;
     for (const AdjustStep& s : plan.steps) {
@@ -59,21 +41,6 @@ std::string adjust(const std::vector<Entry>& master, const std::vector<Entry>& c
     if (plan.conflicts) text += " [" + std::to_string(plan.conflicts) + "]";
     if (out) *out = std::move(plan);
     return text;
-}
-
-// "name:size:seconds" entries joined by ","; size and seconds may be left out.
-std::vector<Entry> entries(const std::string& text) {
-    std::vector<Entry> out;
-    std::istringstream items(text);
-    for (std::string item; std::getline(items, item, ',');) {
-        std::istringstream fields(item);
-        std::string name, size = "0", seconds = "0";
-        std::getline(fields, name, ':');
-        std::getline(fields, size, ':');
-        std::getline(fields, seconds, ':');
-        out.push_back({name, std::stoll(size), std::stod(seconds)});
-    }
-    return out;
 }
 
 // Every row of the adjustment's table and the folders' rules: cases/sync_adjust.tsv.
@@ -87,7 +54,8 @@ TEST(SyncAdjust, EveryRowOfTheTable) {
 TEST(SyncAdjust, ConflictNamesAreNumberedWhenTaken) {
     EXPECT_EQ(conflict_name("a.tar.gz", "L", 1), "a.tar (L).gz");
     EXPECT_EQ(conflict_name(".profile", "L", 1), ".profile (L)");
-    EXPECT_EQ(conflict_name(native("d.x/read me"), "L", 3), native("d.x/read me (L 3)"));
+    EXPECT_EQ(conflict_name(std::string("d.x") + kSep + "read me", "L", 3),
+              std::string("d.x") + kSep + "read me (L 3)");
     EXPECT_EQ(adjust({{"a.txt", 2}, {"a (server).txt", 1}}, {{"a.txt", 3}, {"a (Server).txt", 1}},
                      {{"a.txt", 1}, {"a (Server).txt", 1}}),
               "conflict a (Server 2).txt [1]");
@@ -95,7 +63,7 @@ TEST(SyncAdjust, ConflictNamesAreNumberedWhenTaken) {
 
 TEST(SyncAdjust, ExcludedNamesAndHeldRemovals) {
     PathFilters filters;
-    filters.add(native("/skip"), false);
+    filters.add(std::string(1, kSep) + "skip", false);
     EXPECT_EQ(adjust({{"skip", 1}, {"d/"}, {"d/skip", 1}}, {{"skip", 2}, {"new/"}, {"new/skip", 1}},
                      {{"skip", 1}, {"d/"}, {"d/skip", 1}}, filters),
               "md new");
@@ -125,7 +93,7 @@ Listing listing_of(const Tree& t) {
     std::vector<Entry> entries;
     for (const std::string& f : t.folders) entries.push_back({f + "/"});
     for (const auto& [name, f] : t.files) entries.push_back({name, f.size, f.seconds});
-    return listing(entries);
+    return native_listing(entries);
 }
 
 std::string folder_of(const std::string& name) {
