@@ -1,7 +1,8 @@
 // The engine through the scripted host where the script tests can't look: the log record's header,
-// the text limit, ending from a warning, the line limit and the chosen script. (A fatal error, the
-// log's size limit and an unclosed "$" are proved by errors_fatal.prg, errors_log_size_*.prg and
-// unclosed_delimiter.prg.)
+// the text limit, ending from a warning and the line limit. (The error window and on_error, a
+// fatal error, the log's size limit, an unclosed "$" and a run without a script are proved by
+// errors_warning_log.prg, on_error.prg, errors_fatal.prg, errors_log_size_*.prg,
+// unclosed_delimiter.prg and startup_no_script.prg.)
 #include <gtest/gtest.h>
 
 #include "scripted_host.hpp"
@@ -9,31 +10,14 @@
 namespace quiller::testing {
 namespace {
 
-TEST(ErrorReport, WarningRecordWindowAndOnError) {
+TEST(ErrorReport, LogRecordHeader) {
     Harness h;
-    const int status = h.run(
-        "sub main\n"
-        "  bogus one two\n"
-        "  print \"after $param[0]$|$param[1]$|$param[2]$|$param[3]$\"\n"
-        "endsub\n"
-        "sub on_error\n"
-        "  print handled\n"
-        "endsub\n");
-    EXPECT_EQ(status, 0);
-    const std::string message = "(DoPrg) bogus one two :Unrecognized command 'bogus'";
+    EXPECT_EQ(h.run("sub main\n  bogus one two\nendsub\n"), 0);
     EXPECT_EQ(h.log(),
               "\n11/22/2026 1:05:09 PM---------CORVALE\\ada WS01 ----------------- Quiller -  "
               "Warning: .PRG can continue\n"
-              "PRG=job.prg\nSub=main\nLine 2= bogus one two\nFrom Quiller : " +
-                  message + "\n");
-    ASSERT_EQ(h.host.errors.size(), 1u);
-    EXPECT_EQ(h.host.errors[0].title, "Quiller v0.1.0 Warning");
-    EXPECT_EQ(h.host.errors[0].text,
-              "PRG=job.prg\nSub=main\nLine 2= bogus one two\nFrom Quiller : " + message +
-                  "\n\nThere was a problem with the line shown above.\nPress OK to continue.");
-    ASSERT_EQ(h.host.printed.size(), 2u);
-    EXPECT_EQ(h.host.printed[0], "handled");
-    EXPECT_EQ(h.host.printed[1], "after " + message + "|1|2|bogus one two");
+              "PRG=job.prg\nSub=main\nLine 2= bogus one two\nFrom Quiller : (DoPrg) bogus one "
+              "two :Unrecognized command 'bogus'\n");
 }
 
 // A doubling loop stops growing at the text limit: each longer text is a warning and the
@@ -76,13 +60,6 @@ TEST(Loader, LineLimit) {
     EXPECT_NE(over.host.errors[0].text.find("(ReadPrg) 'job.prg' has more than 32767 lines.\n"
                                             "From Windows : Overflow (6)"),
               std::string::npos);
-}
-
-// Choosing a script is in registry_operations_test.cpp (LastPrg).
-TEST(Startup, NoScriptNamedOrChosen) {
-    Harness none;
-    Engine engine(none.host, none.platform, standard_language());
-    EXPECT_EQ(engine.run(""), 2);
 }
 
 }  // namespace
