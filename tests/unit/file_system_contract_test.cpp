@@ -1,9 +1,11 @@
 // The file service behind fileopen, fileread, filewrite, replacestringinfile, dirsize,
 // diskspace and gettempfile, on real files in a scratch folder, for the platform this build
 // targets (the Windows build runs it under Wine): buffer boundaries, writing and appending,
-// refused files, atomic replacement, temporary and non-ASCII names, sizes. What one platform
-// alone has is in posix_files_test.cpp and tests/win32/unit/win32_files_test.cpp; the plain
-// behaviour of the functions is in tests/scripts/fn_files*.prg.
+// refused files, replacements and copies (never half a file, nothing left behind, taken
+// temporary names passed over, progress and cancel), temporary and non-ASCII names, sizes.
+// What one platform alone has is in posix_files_test.cpp and
+// tests/win32/unit/win32_files_test.cpp; the plain behaviour of the functions is in
+// tests/scripts/fn_files*.prg.
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -111,6 +113,59 @@ TEST_F(FileSystemContract, ReplaceLeavesNoTemporaryFile) {
     EXPECT_EQ(content("new.txt"), "fresh");
     EXPECT_EQ(count(), 2);
     EXPECT_EQ(files->replace_file(utf8(dir), "x").error().code, kIsFolder);
+}
+
+// A replacement changes nothing before its commit and leaves nothing when abandoned; names that
+// other files hold (writers' leftovers) are passed over, never written to.
+TEST_F(FileSystemContract, ReplacementsCommitOrLeaveNothingAndPassOverTakenNames) {
+    EXPECT_EQ(temp_name_beside("C:\\d\\a.ini", 12, 3), "C:\\d\\.a.ini.quiller-tmp-12-3");
+    EXPECT_EQ(temp_name_beside("/d/a.ini", 12, 3), "/d/.a.ini.quiller-tmp-12-3");
+    EXPECT_EQ(temp_name_beside("a.ini", 1, 0), ".a.ini.quiller-tmp-1-0");
+    write("a.ini", "old");
+    std::string temp;
+    {
+        auto r = files->begin_replace(path("a.ini"));
+        ASSERT_TRUE(r);
+        ASSERT_TRUE((*r)->write("new"));
+        temp = (*r)->temp_path();
+        EXPECT_EQ(from_utf8(temp).parent_path(), dir);
+        EXPECT_EQ(content("a.ini"), "old");
+    }  // abandoned
+    EXPECT_EQ(count(), 1);
+    const std::size_t dash = temp.rfind('-');
+    const unsigned n = std::stoul(temp.substr(dash + 1));
+    const std::string stem = utf8(from_utf8(temp.substr(0, dash + 1)).filename());
+    const std::string taken[] = {stem + std::to_string(n + 1), stem + std::to_string(n + 2)};
+    for (const std::string& name : taken) write(name, "left over");
+    ASSERT_TRUE(files->replace_file(path("a.ini"), "new"));
+    EXPECT_EQ(content("a.ini"), "new");
+    EXPECT_EQ(count(), 3);
+    for (const std::string& name : taken) EXPECT_EQ(content(name), "left over");
+}
+
+// A copy goes in blocks, reporting each; a cancelled copy leaves the target as it was.
+TEST_F(FileSystemContract, CopiesReportProgressAndStopWhenCancelled) {
+    write("big", std::string(600 * 1024, 'x'));
+    write("target", "old");
+    std::vector<std::int64_t> seen;
+    CopyControl control;
+    control.progress = [&](std::int64_t done) { seen.push_back(done); };
+    control.cancelled = [&] { return seen.size() == 1; };
+    const Status stopped = files->copy_file(path("big"), path("target"), control);
+    ASSERT_FALSE(stopped);
+    EXPECT_EQ(stopped.error().kind, ErrorKind::Cancelled);
+    EXPECT_EQ(content("target"), "old");
+    EXPECT_EQ(count(), 2);
+
+    seen.clear();
+    control.cancelled = nullptr;
+    ASSERT_TRUE(files->copy_file(path("big"), path("target"), control));
+    EXPECT_EQ(seen, (std::vector<std::int64_t>{262144, 524288, 614400}));
+    EXPECT_EQ(content("target"), content("big"));
+    EXPECT_EQ(count(), 2);
+    EXPECT_FALSE(files->copy_file(path("big"), path("big")));
+    EXPECT_EQ(content("big").size(), 600 * 1024u);
+    EXPECT_EQ(files->copy_file(path("none"), path("x")).error().kind, ErrorKind::NotFound);
 }
 
 TEST_F(FileSystemContract, TemporaryNamesStayInTheTemporaryFolder) {
