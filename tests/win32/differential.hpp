@@ -5,9 +5,7 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
-#include <regex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -104,33 +102,8 @@ struct IniCase {
 // Generated files with their reads and edits.
 std::vector<IniCase> make_ini_cases(const Grammar& g);
 
-// The file as the profile functions under Wine write it back: every line trimmed, each header
-// "[name]" alone, blanks around "=" dropped, empty lines dropped unless `keep_blank_lines`,
-// every line ended by CR LF (differential_ini_rules.cpp).
-std::string wine_layout(std::string_view bytes, bool keep_blank_lines);
-
-// One edit of an INI file by both sides.
-struct IniWrite {
-    const std::string& before;  // Quiller's copy before the edit
-    const IniEdit& edit;
-    const std::string& ours;
-    const std::string& system;
-};
-
-// How a written file differs: nothing when it doesn't; "layout" when Wine's layout explains
-// it; "bare-line" or "duplicate-section" when Wine edits another line of the file, a line
-// without "=" or a key of a later section of the same name; "section-gap" when only the empty
-// line Quiller puts before a new section does; else "bytes".
-const char* ini_write_class(const IniWrite& w, bool keep_blank_lines);
-
-// Which of Wine's reading rules explains why a read of `bytes` differs: "comment-key" (a key
-// starting with ";"), "bare-line" (a line without "=" named like the key comes first), or
-// "value" when none does.
-const char* ini_read_class(std::string_view bytes, const IniQuery& q);
-
 // --- The system's conversions (differential_system.cpp) ------------------------------------
 
-std::wstring widen(std::string_view utf8);
 std::optional<double> system_number(std::string_view text);  // VarR8FromStr
 std::optional<double> system_date(std::string_view text);    // VarDateFromStr
 std::optional<std::string> system_number_text(double v);     // VT_R8 to VT_BSTR
@@ -147,70 +120,46 @@ std::string system_profile_string(const std::string& path, const std::string& se
 bool system_write_profile(const std::string& path, const std::string& section,
                           const std::string& key, const std::optional<std::string>& value);
 
-// --- Names (differential_names.cpp) ---------------------------------------------------------
-
-class Report;
-// Pairs "A|B" of "name-picked" and generated "name-pair": the order of directory
-// synchronisation against CompareStringEx with NORM_IGNORECASE.
-void compare_names(const Grammar& g, Report& report);
-
-// --- Known differences and the report (differential_report.cpp)
-// --------------------------------------------
-
-// One entry of the known-differences file: a kind ("number", "date", "number-text",
-// "date-text"), an input written as in the report, or a regular expression over that form, and
-// the reason the difference is accepted.
-struct KnownDifference {
-    std::string kind;
-    std::string input;
-    std::shared_ptr<const std::regex> pattern;  // set for a regular expression
-    std::string reason;
-    int line = 0;
-    int uses = 0;
-};
-
-// Reads the file; nothing (and a message on stderr) when it can't be read or has a bad line.
-std::optional<std::vector<KnownDifference>> load_known_differences(const std::string& path);
-
-// The entry that allows a difference of `kind` for `input` (as written in the report), or null.
-KnownDifference* find_known(std::vector<KnownDifference>& known, std::string_view kind,
-                            std::string_view input);
+// --- The report (differential_report.cpp) --------------------------------------------------
 
 // A text as the report writes it: printable ASCII as it is, "\" and the double quote escaped,
 // any other byte as \xNN.
 std::string escape(std::string_view text);
 // A number with all its digits ("%.17g").
 std::string exact_text(double v);
-// Equal but for the case of ASCII letters.
-bool ascii_iequals(std::string_view a, std::string_view b);
 
-struct Tally {
-    int compared = 0;
-    int known = 0;
-    int unknown = 0;
-};
-
-// Counts comparisons and prints every difference, known or new.
+// Counts comparisons and prints every difference, known or new. The known differences come from
+// a file (see the head of known_differences.txt); a file that can't be read or has a bad line
+// throws std::runtime_error.
 class Report {
   public:
-    Report(std::vector<KnownDifference>& known, bool quiet) : known_(known), quiet_(quiet) {}
+    Report(const std::string& known_file, bool quiet);
+    ~Report();
 
-    // Counts one comparison and reports it when `difference` names how it differs.
+    // Counts one comparison of `kind` and reports it when `difference` names how it differs.
     void compare(std::string_view kind, const char* difference, std::string_view input,
                  const std::string& ours, const std::string& system);
-
-    const Tally& tally() const { return tally_; }
-    // Comparisons by kind, for the summary.
-    const std::map<std::string, Tally, std::less<>>& by_kind() const { return by_kind_; }
+    // Prints how often each known difference served (unused ones may be stale) and the counts by
+    // kind and in all; the exit status: 0 when no difference is new, else 1.
+    int summary() const;
 
   private:
-    std::vector<KnownDifference>& known_;
+    struct Known;
+    struct Tally {
+        int compared = 0;
+        int known = 0;
+        int unknown = 0;
+    };
+    std::vector<Known> known_;
     bool quiet_;
-    Tally tally_;
     std::map<std::string, Tally, std::less<>> by_kind_;
 };
 
 // --- The comparisons -----------------------------------------------------------------------
+
+// Pairs "A|B" of "name-picked" and generated "name-pair": the order of directory
+// synchronisation against CompareStringEx with NORM_IGNORECASE (differential_names.cpp).
+void compare_names(const Grammar& g, Report& report);
 
 // Every format case with the formatter and the system (differential_format.cpp).
 void compare_formats(const std::vector<FormatCase>& cases, Report& report);

@@ -1,5 +1,11 @@
 // The formatter against VarFormat: every case written by both, and each difference sorted into
-// the class that explains it.
+// the class that explains it. Each of Wine's known faults is modelled on Quiller's side: a
+// changed value, a rewritten picture or a looser comparison. A difference is explained when some
+// combination of faults makes Quiller write what Wine wrote; the class is their names joined by
+// "+".
+#include <algorithm>
+#include <functional>
+
 #include "differential_format_rules.hpp"
 #include "value/format.hpp"
 #include "value/format_picture.hpp"
@@ -7,6 +13,148 @@
 
 namespace quiller::differential {
 namespace {
+
+bool is_placeholder(char c) {
+    return c == '0' || c == '#';
+}
+
+// Calls `code(i, section)` for every character of `f` outside quotes and escapes.
+void for_each_code(std::string_view f, const std::function<void(std::size_t, int)>& code) {
+    int section = 0;
+    for (std::size_t i = 0; i < f.size(); ++i) {
+        if (f[i] == '\\') {
+            ++i;
+        } else if (f[i] == '"') {
+            const std::size_t close = f.find('"', i + 1);
+            i = close == std::string_view::npos ? f.size() : close;
+        } else {
+            if (f[i] == ';') ++section;
+            code(i, section);
+        }
+    }
+}
+
+bool has_code(std::string_view f, std::string_view chars) {
+    bool found = false;
+    for_each_code(f, [&](std::size_t i, int) { found = found || chars.find(f[i]) != f.npos; });
+    return found;
+}
+
+// Wine scales by 100 once, for the first "%" after a digit placeholder: the others are text.
+std::string percent_once(std::string_view f, double) {
+    std::string out(f);
+    int section = -1;
+    bool digits = false, kept = false;
+    std::vector<std::size_t> escaped;
+    for_each_code(f, [&](std::size_t i, int s) {
+        if (s != section) {
+            section = s;
+            digits = kept = false;
+        }
+        if (is_placeholder(f[i])) digits = true;
+        if (f[i] != '%') return;
+        if (digits && !kept) {
+            kept = true;
+        } else {
+            escaped.push_back(i);
+        }
+    });
+    for (auto it = escaped.rbegin(); it != escaped.rend(); ++it) out.insert(*it, "\\");
+    return out;
+}
+
+// The commas Quiller reads as "divide by 1000" (not right before a placeholder, after one),
+// dropped: Wine groups digits there instead.
+std::string without_scaling_commas(std::string_view f, double) {
+    std::vector<std::size_t> drop;
+    int section = -1;
+    bool digits = false, exponent = false;
+    for_each_code(f, [&](std::size_t i, int s) {
+        if (s != section) {
+            section = s;
+            digits = exponent = false;
+        }
+        const char c = f[i];
+        if (is_placeholder(c)) digits = true;
+        if ((c == 'e' || c == 'E') && i + 2 < f.size() && (f[i + 1] == '+' || f[i + 1] == '-'))
+            exponent = exponent || is_placeholder(f[i + 2]);
+        if (c != ',' || !digits || exponent) return;
+        std::size_t end = i;
+        while (end < f.size() && f[end] == ',') ++end;
+        if (end == f.size() || !is_placeholder(f[end])) drop.push_back(i);
+    });
+    std::string out(f);
+    for (auto it = drop.rbegin(); it != drop.rend(); ++it) out.erase(*it, 1);
+    return out;
+}
+
+// The section a value is written with (as Quiller chooses it).
+std::string_view used_section(std::string_view f, double v) {
+    std::vector<std::string_view> sections;
+    std::size_t start = 0;
+    for_each_code(f, [&](std::size_t i, int) {
+        if (f[i] != ';') return;
+        sections.push_back(f.substr(start, i - start));
+        start = i + 1;
+    });
+    sections.push_back(f.substr(start));
+    if (v < 0 && sections.size() >= 2 && !sections[1].empty()) return sections[1];
+    if (v == 0 && sections.size() >= 3 && !sections[2].empty()) return sections[2];
+    return sections[0];
+}
+
+// A "0" placeholder followed by a "#" among the integer places ("0#", "0#.00").
+bool zero_before_hash(std::string_view section) {
+    bool zero = false, point = false, found = false;
+    for_each_code(section, [&](std::size_t i, int) {
+        if (section[i] == '.') point = true;
+        if (point) return;
+        found = found || (zero && section[i] == '#');
+        zero = zero || section[i] == '0';
+    });
+    return found;
+}
+
+// A section with a decimal point and no digit placeholder before it.
+bool no_integer_places(std::string_view section) {
+    bool digits = false, point = false;
+    for_each_code(section, [&](std::size_t i, int) {
+        if (is_placeholder(section[i]) && !point) digits = true;
+        if (section[i] == '.') point = true;
+    });
+    return point && !digits;
+}
+
+const std::vector<Fault> kNumberFaults = {
+    {.name = "sign-place",
+     .applies = [](const FormatCase& c) { return c.value < 0; },
+     .changes = kStripMinus},
+    {.name = "half",
+     .applies = [](const FormatCase& c) { return c.value != 0; },
+     .scale = 1 - 1e-12},
+    {.name = "below-one",
+     .applies = [](const FormatCase& c) { return c.value != 0; },
+     .scale = 1e-12},
+    {.name = "percent", .rewrite = percent_once},
+    {.name = "scale-comma", .rewrite = without_scaling_commas, .changes = kStripCommas},
+    {.name = "exponent-grouping",
+     .applies =
+         [](const FormatCase& c) { return has_code(c.format, "eE") && has_code(c.format, ","); },
+     .changes = kStripCommas},
+    {.name = "general-text-case",
+     .applies = [](const FormatCase& c) { return has_code(c.format, "@&"); },
+     .changes = kLowerExponent},
+};
+
+// The class of a number picture's difference: the faults that explain it, a fault that can't be
+// modelled ("no-integer-places", "zero-before-hash"), or "text" when nothing explains it.
+std::string number_format_class(const FormatCase& c, const std::string& system) {
+    const std::string_view section = used_section(c.format, c.value);
+    if (no_integer_places(section)) return "no-integer-places";
+    if (zero_before_hash(section)) return "zero-before-hash";
+    const std::string name = explain(c, system, kNumberFaults);
+    return name.empty() ? "text" : name;
+}
 
 // Date pictures and named date formats are told apart from number ones as Quiller parses them.
 bool is_date_picture(const std::string& format) {
@@ -29,6 +177,49 @@ std::string difference(const FormatCase& c, const std::string& ours,
 }
 
 }  // namespace
+
+std::string Trial::normal(std::string s) const {
+    if (changes & kStripCommas) std::erase(s, ',');
+    if (changes & kLowerExponent) std::ranges::replace(s, 'E', 'e');
+    return s;
+}
+
+// With kStripMinus, Quiller's leading "-" and any one "-" of Wine's text are dropped.
+bool Trial::matches(const std::string& ours, const std::string& system) const {
+    if (!(changes & kStripMinus)) return normal(ours) == normal(system);
+    if (!ours.starts_with('-')) return false;
+    const std::string mine = normal(ours.substr(1));
+    for (std::size_t at = system.find('-'); at != std::string::npos; at = system.find('-', at + 1))
+        if (normal(system.substr(0, at) + system.substr(at + 1)) == mine) return true;
+    return false;
+}
+
+std::string explain(const FormatCase& c, const std::string& system,
+                    const std::vector<Fault>& faults) {
+    std::vector<const Fault*> usable;
+    for (const Fault& f : faults)
+        if (f.applies ? f.applies(c) : f.rewrite(c.format, c.value) != c.format)
+            usable.push_back(&f);
+    const std::size_t n = usable.size();
+    for (std::size_t size = 1; size <= 3 && size <= n; ++size) {
+        for (std::uint32_t mask = 1; mask < (1u << n); ++mask) {
+            if (static_cast<std::size_t>(__builtin_popcount(mask)) != size) continue;
+            Trial t{c.value, c.format};
+            std::string name;
+            for (std::size_t k = 0; k < n; ++k) {
+                if (!(mask & (1u << k))) continue;
+                const Fault& f = *usable[k];
+                t.value *= f.scale;
+                if (f.rewrite) t.format = f.rewrite(t.format, t.value);
+                t.changes |= f.changes;
+                name += (name.empty() ? "" : "+") + std::string(f.name);
+            }
+            if (name.find("half+below-one") != std::string::npos) continue;
+            if (t.matches(t.quiller(c.as_date), system)) return name;
+        }
+    }
+    return {};
+}
 
 void compare_formats(const std::vector<FormatCase>& cases, Report& report) {
     for (const FormatCase& c : cases) {

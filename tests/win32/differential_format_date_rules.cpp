@@ -7,12 +7,14 @@
 #include "differential_format_rules.hpp"
 #include "value/format.hpp"
 #include "value/format_picture.hpp"
+#include "value/text.hpp"
 #include "value/value.hpp"
 
 namespace quiller::differential {
 namespace {
 
 using value::detail::Picture;
+using value::detail::PictureKind;
 using value::detail::Tok;
 
 // A run of one date letter (or "ttttt", or an AM/PM marker as 'a') outside quotes and escapes.
@@ -20,6 +22,13 @@ struct Run {
     char letter;
     std::size_t start, length;
 };
+
+// The length of the AM/PM marker `f` starts with, or 0.
+std::size_t marker_length(std::string_view f) {
+    for (const std::string_view marker : {"am/pm", "ampm", "a/p"})
+        if (text::iequals(f.substr(0, marker.size()), marker)) return marker.size();
+    return 0;
+}
 
 std::vector<Run> date_runs(std::string_view f) {
     std::vector<Run> runs;
@@ -30,12 +39,7 @@ std::vector<Run> date_runs(std::string_view f) {
         } else if (c == '"') {
             const std::size_t close = f.find('"', i + 1);
             i = close == std::string_view::npos ? f.size() : close + 1;
-        } else if (c == 'a' && (ascii_iequals(f.substr(i, 5), "am/pm") ||
-                                ascii_iequals(f.substr(i, 3), "a/p") ||
-                                ascii_iequals(f.substr(i, 4), "ampm"))) {
-            const std::size_t n = ascii_iequals(f.substr(i, 5), "am/pm")  ? 5
-                                  : ascii_iequals(f.substr(i, 4), "ampm") ? 4
-                                                                          : 3;
+        } else if (const std::size_t n = marker_length(f.substr(i)); n > 0) {
             runs.push_back({'a', i, n});
             i += n;
         } else if (std::string_view("dwmqyhnsct").find(c) != std::string_view::npos) {
@@ -50,44 +54,26 @@ std::vector<Run> date_runs(std::string_view f) {
     return runs;
 }
 
-// Wine reads "m" and "mm" as months also right after an hour or right before seconds: those
-// runs become the month as literal text.
-std::string months_for_minutes(std::string_view f, double serial) {
+// Wine's readings of "m" and "mm", as literal text: with `as_months`, the runs Quiller reads as
+// minutes (right after an hour or right before seconds) become the month, as Wine writes them
+// there; else the runs Quiller reads as months anywhere after an hour ("hh:nn mm/dd") become
+// the minutes.
+std::string m_runs_as(std::string_view f, double serial, bool as_months) {
     const std::vector<Run> runs = date_runs(f);
     const value::DateParts d = value::split_date(serial);
+    std::size_t first_hour = 0;
+    while (first_hour < runs.size() && runs[first_hour].letter != 'h') ++first_hour;
     std::string out(f);
     for (std::size_t k = runs.size(); k-- > 0;) {
         const Run& r = runs[k];
-        if (r.letter != 'm' || r.length > 2) continue;
-        const bool after_hour = k > 0 && runs[k - 1].letter == 'h';
-        const bool before_seconds = k + 1 < runs.size() && runs[k + 1].letter == 's';
-        if (!after_hour && !before_seconds) continue;
-        char month[8];
-        std::snprintf(month, sizeof month, r.length == 2 ? "%02d" : "%d", d.month);
-        out.replace(r.start, r.length, "\"" + std::string(month) + "\"");
-    }
-    return out;
-}
-
-// Wine also reads "m" and "mm" as minutes anywhere after an hour ("hh:nn mm/dd"): those runs
-// become the minutes as literal text. Runs Quiller already reads as minutes are left alone.
-std::string minutes_for_months(std::string_view f, double serial) {
-    const std::vector<Run> runs = date_runs(f);
-    const value::DateParts d = value::split_date(serial);
-    std::string out(f);
-    bool hour_before = false;
-    std::vector<const Run*> changed;
-    for (std::size_t k = 0; k < runs.size(); ++k) {
-        const Run& r = runs[k];
         const bool minutes = (k > 0 && runs[k - 1].letter == 'h') ||
                              (k + 1 < runs.size() && runs[k + 1].letter == 's');
-        if (r.letter == 'm' && r.length <= 2 && hour_before && !minutes) changed.push_back(&r);
-        hour_before = hour_before || r.letter == 'h';
-    }
-    for (auto it = changed.rbegin(); it != changed.rend(); ++it) {
-        char minute[8];
-        std::snprintf(minute, sizeof minute, (*it)->length == 2 ? "%02d" : "%d", d.minute);
-        out.replace((*it)->start, (*it)->length, "\"" + std::string(minute) + "\"");
+        if (r.letter != 'm' || r.length > 2) continue;
+        if (as_months ? !minutes : minutes || k <= first_hour) continue;
+        char part[8];
+        std::snprintf(part, sizeof part, r.length == 2 ? "%02d" : "%d",
+                      as_months ? d.month : d.minute);
+        out.replace(r.start, r.length, "\"" + std::string(part) + "\"");
     }
     return out;
 }
@@ -100,9 +86,9 @@ bool is_midnight(double serial) {
 // Renders the date picture with the trial's changes.
 std::string render_changed(const Trial& t) {
     Picture p = value::detail::parse_picture(t.format);
-    if (t.twenty_four_hour) p.twelve_hour = false;
-    if (t.blank_midnight && is_midnight(t.value)) {
-        if (ascii_iequals(t.format, "long time")) return {};
+    if (t.changes & kTwentyFourHour) p.twelve_hour = false;
+    if ((t.changes & kBlankMidnight) && is_midnight(t.value)) {
+        if (text::iequals(t.format, "long time")) return {};
         std::erase_if(p.tokens, [](const auto& token) { return token.kind == Tok::LongTime; });
     }
     std::string out;
@@ -110,16 +96,30 @@ std::string render_changed(const Trial& t) {
     return out;
 }
 
-bool has_picture_kind(const FormatCase& c, value::detail::PictureKind kind) {
-    return value::detail::parse_picture(c.format).kind == kind;
-}
+const std::vector<Fault> kDateFaults = {
+    {.name = "minutes",
+     .rewrite = [](std::string_view f, double v) { return m_runs_as(f, v, true); }},
+    {.name = "month-after-time",
+     .rewrite = [](std::string_view f, double v) { return m_runs_as(f, v, false); }},
+    {.name = "twelve-hour",
+     .applies =
+         [](const FormatCase& c) { return value::detail::parse_picture(c.format).twelve_hour; },
+     .changes = kTwentyFourHour},
+    {.name = "midnight",
+     .applies =
+         [](const FormatCase& c) {
+             return is_midnight(c.value) &&
+                    value::detail::parse_picture(c.format).kind == PictureKind::Date;
+         },
+     .changes = kBlankMidnight},
+};
 
 // Wine loses its place at an AM/PM marker that more of the picture follows, and at a "c": it
 // drops or garbles the text from there on (writes "P03" for "PM 03", "1" for a "c" after other
 // parts, a stray character after a "c" at the end). The text before them must still agree.
 std::string garbled_tail(const FormatCase& c, const std::string& system) {
     const Picture p = value::detail::parse_picture(c.format);
-    if (p.kind != value::detail::PictureKind::Date) return {};
+    if (p.kind != PictureKind::Date) return {};
     for (std::size_t k = 0; k < p.tokens.size(); ++k) {
         const Tok kind = p.tokens[k].kind;
         if (kind != Tok::AmPm && kind != Tok::GeneralDate) continue;
@@ -142,32 +142,10 @@ std::string garbled_tail(const FormatCase& c, const std::string& system) {
 }  // namespace
 
 std::string Trial::quiller(bool as_date) const {
-    const bool changed_picture = twenty_four_hour || blank_midnight;
-    if (changed_picture &&
-        value::detail::parse_picture(format).kind == value::detail::PictureKind::Date)
+    if ((changes & (kTwentyFourHour | kBlankMidnight)) &&
+        value::detail::parse_picture(format).kind == PictureKind::Date)
         return render_changed(*this);
     return as_date ? value::format_date(value, format) : value::format_number(value, format);
-}
-
-const std::vector<Fault>& date_faults() {
-    using value::detail::PictureKind;
-    static const std::vector<Fault> faults = {
-        {"minutes",
-         [](const FormatCase& c) { return months_for_minutes(c.format, c.value) != c.format; },
-         [](Trial& t) { t.format = months_for_minutes(t.format, t.value); }},
-        {"month-after-time",
-         [](const FormatCase& c) { return minutes_for_months(c.format, c.value) != c.format; },
-         [](Trial& t) { t.format = minutes_for_months(t.format, t.value); }},
-        {"twelve-hour",
-         [](const FormatCase& c) { return value::detail::parse_picture(c.format).twelve_hour; },
-         [](Trial& t) { t.twenty_four_hour = true; }},
-        {"midnight",
-         [](const FormatCase& c) {
-             return is_midnight(c.value) && has_picture_kind(c, PictureKind::Date);
-         },
-         [](Trial& t) { t.blank_midnight = true; }},
-    };
-    return faults;
 }
 
 std::string failed_date_class(const FormatCase& c) {
@@ -180,8 +158,8 @@ std::string failed_date_class(const FormatCase& c) {
 }
 
 std::string date_format_class(const FormatCase& c, const std::string& system) {
-    if (ascii_iequals(c.format, "medium date")) return "medium-date";
-    std::string name = explain(c, system, date_faults());
+    if (text::iequals(c.format, "medium date")) return "medium-date";
+    std::string name = explain(c, system, kDateFaults);
     if (name.empty()) name = garbled_tail(c, system);
     return name.empty() ? "text" : name;
 }

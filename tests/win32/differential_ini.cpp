@@ -1,4 +1,5 @@
-// Quiller's INI reader and writer against the profile-string functions, on the same files.
+// Quiller's INI reader and writer against the profile-string functions, on the same files, and
+// which of Wine's known rules explains a difference in a value read or in a file written.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -10,11 +11,117 @@
 #include "differential.hpp"
 #include "os/ini_profile.hpp"
 #include "os/win32/win32_platform.hpp"
+#include "value/text.hpp"
 
 namespace quiller::differential {
 namespace {
 
 namespace fs = std::filesystem;
+
+// --- Wine's rules ----------------------------------------------------------------------------
+
+constexpr std::string_view kBlanks = " \t\v\f";
+
+std::string_view trim(std::string_view s) {
+    const std::size_t first = s.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return s.substr(first, s.find_last_not_of(kBlanks) - first + 1);
+}
+
+// One line as Wine writes it back: trimmed; a header without what follows its last "]" and
+// with its name trimmed; a key line with its name and value trimmed.
+std::string wine_line(std::string_view text) {
+    const std::string_view line = trim(text);
+    const std::size_t close = line.rfind(']');
+    if (!line.empty() && line.front() == '[' && close != std::string_view::npos && close > 0)
+        return "[" + std::string(trim(line.substr(1, close - 1))) + "]";
+    const std::size_t equals = line.find('=');
+    if (equals == std::string_view::npos || line.front() == '[') return std::string(line);
+    return std::string(trim(line.substr(0, equals))) + "=" +
+           std::string(trim(line.substr(equals + 1)));
+}
+
+// The file as the profile functions under Wine write it back: every line as wine_line() gives
+// it, empty lines dropped unless `keep_blank_lines`, every line ended by CR LF.
+std::string wine_layout(std::string_view bytes, bool keep_blank_lines) {
+    std::string out;
+    for (const ini::Line& line : ini::split_lines(bytes)) {
+        const std::string text = wine_line(line.text);
+        if (text.empty() && !keep_blank_lines) continue;
+        out += text + "\r\n";
+    }
+    return out;
+}
+
+// `bytes` without the empty line right before its last header line; as it is when there is
+// none.
+std::string without_gap_before_last_section(const std::string& bytes) {
+    for (const std::string_view gap : {"\r\n\r\n[", "\n\n["}) {
+        const std::size_t at = bytes.rfind(gap);
+        const std::size_t header = bytes.rfind("\n[");
+        if (at == std::string::npos || at + gap.size() - 2 != header) continue;
+        const std::size_t empty_line = (gap.size() - 1) / 2;  // the second break
+        return bytes.substr(0, at) + bytes.substr(at + empty_line);
+    }
+    return bytes;
+}
+
+// A line of the section without "=" that names the key, before any key line of that name.
+bool bare_line_first(const ini::Profile& profile, const ini::SectionEntry& section,
+                     std::string_view key) {
+    const ini::KeyEntry* found = ini::find_key(section, key);
+    const std::size_t end = found ? found->line : section.end;
+    for (std::size_t i = section.header + 1; i < end; ++i) {
+        const std::string_view line = trim(profile.lines[i].text);
+        if (line.find('=') == std::string_view::npos && text::iequals(line, trim(key))) return true;
+    }
+    return false;
+}
+
+// Another section of the same name that holds the key, as a key line or a line without "="
+// (or any other section of that name, for a section's deletion).
+bool later_namesake(const ini::Profile& profile, const IniEdit& e) {
+    const ini::SectionEntry* first = ini::find_section(profile, e.section);
+    for (const ini::SectionEntry& s : profile.sections) {
+        if (&s == first || !text::iequals(s.name, first->name)) continue;
+        if (e.key.empty() || ini::find_key(s, e.key) || bare_line_first(profile, s, e.key))
+            return true;
+    }
+    return false;
+}
+
+// How an edit of `before` differs: nothing when it doesn't; "layout" when Wine's layout explains
+// it; "bare-line" or "duplicate-section" when Wine edits another line of the file, a line
+// without "=" or a key of a later section of the same name; "section-gap" when only the empty
+// line Quiller puts before a new section does; else "bytes".
+const char* ini_write_class(const std::string& before, const IniEdit& e, const std::string& ours,
+                            const std::string& system, bool keep_blank_lines) {
+    if (ours == system) return nullptr;
+    const std::string wine = wine_layout(system, keep_blank_lines);
+    if (wine_layout(ours, keep_blank_lines) == wine) return "layout";
+    const ini::Profile profile = ini::parse_profile(before);
+    if (const ini::SectionEntry* section = ini::find_section(profile, e.section)) {
+        if (!e.key.empty() && bare_line_first(profile, *section, e.key)) return "bare-line";
+        const bool found = !e.key.empty() && ini::find_key(*section, e.key);
+        if (!found && later_namesake(profile, e)) return "duplicate-section";
+    }
+    const std::string closed = without_gap_before_last_section(ours);
+    if (closed != ours && wine_layout(closed, keep_blank_lines) == wine) return "section-gap";
+    return "bytes";
+}
+
+// Which rule explains why a read of `bytes` differs: "comment-key" (a key starting with ";"),
+// "bare-line" (a line without "=" named like the key comes first), or "value" when none does.
+const char* ini_read_class(std::string_view bytes, const IniQuery& q) {
+    if (trim(q.key).starts_with(';')) return "comment-key";
+    const ini::Profile profile = ini::parse_profile(bytes);
+    const ini::SectionEntry* section = ini::find_section(profile, q.section);
+    if (section && ini::find_key(*section, q.key) && bare_line_first(profile, *section, q.key))
+        return "bare-line";
+    return "value";
+}
+
+// --- The comparison --------------------------------------------------------------------------
 
 bool write_bytes(const fs::path& path, const std::string& bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
@@ -99,7 +206,7 @@ class IniComparison {
             ini_.write(mine.string(), profile_edit(e), "\r\n", failure);
             system_write_profile(theirs.string(), e.section, e.key, e.value);
             const std::string ours = read_bytes(mine), system = read_bytes(theirs);
-            const char* difference = ini_write_class({before, e, ours, system}, as_wine_writes);
+            const char* difference = ini_write_class(before, e, ours, system, as_wine_writes);
             report_.compare(as_wine_writes ? "ini-edit" : "ini-write", difference,
                             label + std::to_string(i + 1) + ": " + edit_text(e) + " on " + before,
                             quoted(ours), quoted(system));

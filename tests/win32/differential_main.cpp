@@ -101,29 +101,11 @@ std::vector<double> numbers_to_write(const Inputs& in) {
     return values;
 }
 
-// How often each entry of the known differences served; unused ones may be stale.
-void report_uses(const std::vector<KnownDifference>& known) {
-    for (const KnownDifference& k : known) {
-        std::printf("known difference line %d (%s): %d %s\n", k.line, k.kind.c_str(), k.uses,
-                    k.uses == 0   ? "uses, maybe stale"
-                    : k.uses == 1 ? "use"
-                                  : "uses");
-    }
-}
-
-void report_kinds(const Report& report) {
-    for (const auto& [kind, t] : report.by_kind())
-        std::printf("%-14s %6d comparisons, %5d known differences, %d new\n", kind.c_str(),
-                    t.compared, t.known, t.unknown);
-}
-
 int run(const std::string& known_file, const std::string& grammar_file,
         const std::string& reference_dir, bool quiet) {
-    std::optional<std::vector<KnownDifference>> known = load_known_differences(known_file);
-    if (!known) return 2;
+    Report report(known_file, quiet);
     const Grammar grammar(grammar_file);
     const Inputs in = make_inputs(grammar, reference_dir);
-    Report report(*known, quiet);
     compare_number_texts(in, report);
     compare_date_texts(in, report);
     compare_writing("number-text", numbers_to_write(in), value::format_general_number,
@@ -134,13 +116,7 @@ int run(const std::string& known_file, const std::string& grammar_file,
     if (!compare_ini(make_ini_cases(grammar), std::filesystem::temp_directory_path().string(),
                      report))
         return 2;
-    report_uses(*known);
-    report_kinds(report);
-
-    const Tally& t = report.tally();
-    std::printf("differential: %d comparisons, %d known differences, %d new differences\n",
-                t.compared, t.known, t.unknown);
-    return t.unknown == 0 ? 0 : 1;
+    return report.summary();
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ int sign(int v) {
 }
 
 int system_order(std::string_view a, std::string_view b) {
-    const std::wstring wa = widen(a), wb = widen(b);
+    const std::wstring wa = text::utf8_to_wide(a), wb = text::utf8_to_wide(b);
     const int r = CompareStringEx(LOCALE_NAME_INVARIANT, NORM_IGNORECASE, wa.data(),
                                   static_cast<int>(wa.size()), wb.data(),
                                   static_cast<int>(wb.size()), nullptr, nullptr, 0);

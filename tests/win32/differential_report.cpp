@@ -13,65 +13,92 @@
 #include <cstdio>
 #include <fstream>
 #include <regex>
+#include <stdexcept>
 
 #include "differential.hpp"
 
 namespace quiller::differential {
-namespace {
 
-// KIND, then "INPUT" or re"PATTERN" (the text between the quotes kept as written), then REASON.
-std::optional<KnownDifference> parse_line(const std::string& line, int number) {
-    static const std::regex entry(R"re(\s*(\S+)\s+(re)?"((?:[^"\\]|\\.)*)"\s*(\S.*))re");
-    std::smatch m;
-    if (!std::regex_match(line, m, entry)) return std::nullopt;
-    KnownDifference k{m[1].str(), m[3].str(), nullptr, m[4].str(), number};
-    if (m[2].matched) {
-        try {
-            k.pattern = std::make_shared<const std::regex>(k.input, std::regex::ECMAScript);
-        } catch (const std::regex_error&) {
-            return std::nullopt;
-        }
+struct Report::Known {
+    std::string kind;
+    std::string input;
+    std::optional<std::regex> pattern;  // set for a regular expression
+    int line = 0;
+    int uses = 0;
+
+    bool matches(std::string_view k, std::string_view shown) const {
+        if (k != kind) return false;
+        if (!pattern) return input == shown;
+        return std::regex_match(shown.begin(), shown.end(), *pattern);
     }
-    return k;
-}
+};
 
-bool matches(const KnownDifference& k, std::string_view input) {
-    if (!k.pattern) return k.input == input;
-    return std::regex_match(input.begin(), input.end(), *k.pattern);
-}
-
-}  // namespace
-
-std::optional<std::vector<KnownDifference>> load_known_differences(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        std::fprintf(stderr, "can't read the known differences '%s'\n", path.c_str());
-        return std::nullopt;
-    }
-    std::vector<KnownDifference> known;
+Report::Report(const std::string& known_file, bool quiet) : quiet_(quiet) {
+    // KIND, then "INPUT" or re"PATTERN" (the text between the quotes kept as written), then a
+    // reason.
+    static const std::regex entry(R"re(\s*(\S+)\s+(re)?"((?:[^"\\]|\\.)*)"\s*\S.*)re");
+    std::ifstream in(known_file, std::ios::binary);
+    if (!in) throw std::runtime_error("can't read the known differences '" + known_file + "'");
     std::string line;
     for (int n = 1; std::getline(in, line); ++n) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
         const std::size_t first = line.find_first_not_of(" \t");
         if (first == std::string::npos || line[first] == '#') continue;
-        std::optional<KnownDifference> k = parse_line(line, n);
-        if (!k) {
-            std::fprintf(stderr,
-                         "%s:%d: expected KIND \"INPUT\" REASON or KIND re\"PATTERN\" REASON\n",
-                         path.c_str(), n);
-            return std::nullopt;
+        const auto bad = [&] {
+            return std::runtime_error(
+                known_file + ":" + std::to_string(n) +
+                ": expected KIND \"INPUT\" REASON or KIND re\"PATTERN\" REASON");
+        };
+        std::smatch m;
+        if (!std::regex_match(line, m, entry)) throw bad();
+        Known k{m[1].str(), m[3].str(), std::nullopt, n};
+        try {
+            if (m[2].matched) k.pattern.emplace(k.input, std::regex::ECMAScript);
+        } catch (const std::regex_error&) {
+            throw bad();
         }
-        known.push_back(std::move(*k));
+        known_.push_back(std::move(k));
     }
-    return known;
 }
 
-KnownDifference* find_known(std::vector<KnownDifference>& known, std::string_view kind,
-                            std::string_view input) {
-    for (KnownDifference& k : known) {
-        if (k.kind == kind && matches(k, input)) return &k;
+Report::~Report() = default;
+
+void Report::compare(std::string_view kind, const char* difference, std::string_view input,
+                     const std::string& ours, const std::string& system) {
+    auto group = by_kind_.find(kind);
+    if (group == by_kind_.end()) group = by_kind_.emplace(std::string(kind), Tally{}).first;
+    ++group->second.compared;
+    if (!difference) return;
+    const std::string full_kind = std::string(kind) + ":" + difference;
+    const std::string shown = escape(input);
+    const auto it =
+        std::ranges::find_if(known_, [&](const Known& k) { return k.matches(full_kind, shown); });
+    Known* k = it == known_.end() ? nullptr : &*it;
+    ++(k ? group->second.known : group->second.unknown);
+    if (k) ++k->uses;
+    if (k && quiet_) return;
+    std::printf("%s %-24s \"%s\"  quiller: %s  system: %s%s\n", k ? "known" : "NEW  ",
+                full_kind.c_str(), shown.c_str(), ours.c_str(), system.c_str(),
+                k ? ("  (line " + std::to_string(k->line) + ")").c_str() : "");
+}
+
+int Report::summary() const {
+    for (const Known& k : known_)
+        std::printf("known difference line %d (%s): %d %s\n", k.line, k.kind.c_str(), k.uses,
+                    k.uses == 0   ? "uses, maybe stale"
+                    : k.uses == 1 ? "use"
+                                  : "uses");
+    Tally all;
+    for (const auto& [kind, t] : by_kind_) {
+        std::printf("%-14s %6d comparisons, %5d known differences, %d new\n", kind.c_str(),
+                    t.compared, t.known, t.unknown);
+        all.compared += t.compared;
+        all.known += t.known;
+        all.unknown += t.unknown;
     }
-    return nullptr;
+    std::printf("differential: %d comparisons, %d known differences, %d new differences\n",
+                all.compared, all.known, all.unknown);
+    return all.unknown == 0 ? 0 : 1;
 }
 
 std::string escape(std::string_view text) {
@@ -97,36 +124,6 @@ std::string exact_text(double v) {
     char buffer[40];
     std::snprintf(buffer, sizeof buffer, "%.17g", v);
     return buffer;
-}
-
-bool ascii_iequals(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                              [&](char x, char y) { return lower(x) == lower(y); });
-}
-
-void Report::compare(std::string_view kind, const char* difference, std::string_view input,
-                     const std::string& ours, const std::string& system) {
-    ++tally_.compared;
-    auto group = by_kind_.find(kind);
-    if (group == by_kind_.end()) group = by_kind_.emplace(std::string(kind), Tally{}).first;
-    ++group->second.compared;
-    if (!difference) return;
-    const std::string full_kind = std::string(kind) + ":" + difference;
-    const std::string shown = escape(input);
-    KnownDifference* k = find_known(known_, full_kind, shown);
-    if (k) {
-        ++k->uses;
-        ++tally_.known;
-        ++group->second.known;
-        if (quiet_) return;
-    } else {
-        ++tally_.unknown;
-        ++group->second.unknown;
-    }
-    std::printf("%s %-24s \"%s\"  quiller: %s  system: %s%s\n", k ? "known" : "NEW  ",
-                full_kind.c_str(), shown.c_str(), ours.c_str(), system.c_str(),
-                k ? ("  (line " + std::to_string(k->line) + ")").c_str() : "");
 }
 
 }  // namespace quiller::differential

@@ -16,10 +16,8 @@ add_executable(quiller_differential
   ${CMAKE_CURRENT_LIST_DIR}/differential_system.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_report.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_format.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/differential_format_rules.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_format_date_rules.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_ini.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/differential_ini_rules.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_names.cpp)
 target_link_libraries(quiller_differential PRIVATE quiller_core oleaut32)
 add_test(NAME win32.differential
