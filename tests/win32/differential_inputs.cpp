@@ -1,11 +1,13 @@
 // Inputs of the differential test: the grammar of inputs.txt (see the head of that file), the
 // inputs of the reference tables, and generated values. A fixed seed makes every run test the
 // same inputs.
+#include <array>
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <set>
+#include <sstream>
 #include <stdexcept>
 
 #include "differential.hpp"
@@ -137,7 +139,11 @@ std::string Grammar::reference(std::string_view ref, Rng& r, Vars& vars) const {
         const long high = std::strtol(end + 1, nullptr, 10);
         return std::to_string(low + r.below(static_cast<int>(high - low + 1)));
     }
-    if (ref.starts_with('$')) return vars[std::string(ref.substr(1))];
+    if (ref.starts_with('$')) {  // {$v} or {$v^}
+        const std::string& kept =
+            vars[std::string(ref.substr(1, ref.size() - 1 - ref.ends_with('^')))];
+        return ref.ends_with('^') ? random_case(r, kept) : kept;
+    }
     std::string kept;
     if (const std::size_t eq = ref.find('='); eq != std::string_view::npos) {
         kept = ref.substr(0, eq);
@@ -320,49 +326,40 @@ std::string join(const Grammar& g, Rng& r, const std::vector<std::string>& lines
     return bytes;
 }
 
-// Every key written, also in other cases, with blanks around and as a comment; every section
-// with a missing key; a missing section.
+// "A|B|C" as {A, B, C}.
+std::array<std::string, 3> fields(const std::string& text) {
+    const std::size_t bar = text.find('|'), bar2 = text.find('|', bar + 1);
+    return {text.substr(0, bar), text.substr(bar + 1, bar2 - bar - 1), text.substr(bar2 + 1)};
+}
+
+// The reads of "ini-reads" for every key written; every section with a missing key; a missing
+// section.
 std::vector<IniQuery> ini_queries(const Grammar& g, Rng& r, const IniDraft& d) {
     std::vector<IniQuery> out;
     for (const auto& [section, key] : d.keys) {
-        out.push_back({section, key, g.expand("ini-fallback", r)});
-        if (r.chance(30)) out.push_back({random_case(r, section), random_case(r, key), "d"});
-        if (r.chance(15)) out.push_back({" " + section + " ", "\t" + key + " ", "d"});
-        if (r.chance(10)) out.push_back({section, ";" + key, "d"});
+        Grammar::Vars vars{{"section", section}, {"key", key}};
+        std::istringstream reads(g.expand("ini-reads", r, vars));
+        for (std::string read; std::getline(reads, read);) {
+            auto [s, k, fallback] = fields(read);
+            out.push_back({s, k, fallback});
+        }
     }
     for (const std::string& section : d.sections) out.push_back({section, "Missing", "d "});
     out.push_back({"No Such Section", "Key", "none"});
     return out;
 }
 
-// One to four edits: values set, keys and sections added and deleted.
+// One to four edits of "ini-edit" on a key of the file.
 std::vector<IniEdit> ini_edits(const Grammar& g, Rng& r, const IniDraft& d) {
     std::vector<IniEdit> out;
     for (int n = 1 + r.below(4); n > 0; --n) {
         const auto& [section, key] = d.keys.empty()
                                          ? std::pair<std::string, std::string>("General", "Key")
                                          : d.keys[r.below(static_cast<int>(d.keys.size()))];
-        const std::string value = g.expand("ini-written", r);
-        switch (r.below(7)) {
-            case 0:
-            case 1:
-                out.push_back({random_case(r, section), random_case(r, key), value});
-                break;
-            case 2:
-                out.push_back({section, "Added", value});
-                break;
-            case 3:
-                out.push_back({"New Section", r.chance(50) ? "Key" : "Other", value});
-                break;
-            case 4:
-                out.push_back({section, key, std::nullopt});
-                break;
-            case 5:
-                out.push_back({section, "", std::nullopt});
-                break;
-            default:
-                out.push_back({section, key, ""});
-        }
+        Grammar::Vars vars{{"section", section}, {"key", key}};
+        auto [s, k, value] = fields(g.expand("ini-edit", r, vars));
+        out.push_back({s, k, std::nullopt});
+        if (!value.empty()) out.back().value = value.substr(1);
     }
     return out;
 }

@@ -45,23 +45,14 @@ const char* reading_difference(std::optional<double> ours, std::optional<double>
     return gap <= scale * 1e-14 ? "rounding" : "value";
 }
 
-void compare_number_texts(const Inputs& in, Report& report) {
-    for (const std::string& text : in.number_texts) {
-        const std::optional<double> ours = value::parse_locale_number(text);
-        const std::optional<double> system = system_number(text);
-        report.compare("number", reading_difference(ours, system, 0), text, number_outcome(ours),
-                       number_outcome(system));
-    }
-}
+using Reader = std::function<std::optional<double>(std::string_view)>;
 
-void compare_date_texts(const Inputs& in, Report& report) {
-    const int year = system_current_year();
-    for (const std::string& text : in.date_texts) {
-        const std::optional<double> ours = value::parse_date(text, year);
-        const std::optional<double> system = system_date(text);
-        // Day numbers count as the same within half a second.
-        report.compare("date", reading_difference(ours, system, 0.5 / 86400), text,
-                       number_outcome(ours), number_outcome(system));
+void compare_reading(const char* kind, const std::vector<std::string>& texts, const Reader& ours,
+                     const Reader& system, double tolerance, Report& report) {
+    for (const std::string& text : texts) {
+        const std::optional<double> mine = ours(text), theirs = system(text);
+        report.compare(kind, reading_difference(mine, theirs, tolerance), text,
+                       number_outcome(mine), number_outcome(theirs));
     }
 }
 
@@ -106,8 +97,13 @@ int run(const std::string& known_file, const std::string& grammar_file,
     Report report(known_file, quiet);
     const Grammar grammar(grammar_file);
     const Inputs in = make_inputs(grammar, reference_dir);
-    compare_number_texts(in, report);
-    compare_date_texts(in, report);
+    compare_reading("number", in.number_texts, value::parse_locale_number, system_number, 0,
+                    report);
+    const int year = system_current_year();
+    // Day numbers count as the same within half a second.
+    compare_reading(
+        "date", in.date_texts, [year](std::string_view t) { return value::parse_date(t, year); },
+        system_date, 0.5 / 86400, report);
     compare_writing("number-text", numbers_to_write(in), value::format_general_number,
                     system_number_text, report);
     compare_writing("date-text", in.dates, value::format_general_date, system_date_text, report);
