@@ -8,6 +8,8 @@
 #include <functional>
 #include <thread>
 
+#include "os/win32/win32_platform.hpp"
+
 namespace quiller::win32::test {
 namespace {
 
@@ -40,15 +42,17 @@ HWND find_top(DWORD thread, const std::function<bool(HWND)>& match) {
     return walk.found;
 }
 
-std::wstring widen(std::string_view s) {
-    std::wstring out(s.size(), L'\0');
-    out.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, s.data(),
-                                                            static_cast<int>(s.size()), out.data(),
-                                                            static_cast<int>(out.size()))));
-    return out;
-}
+// Thrown when a window a step waits for never shows.
+struct NoWindow {};
 
 }  // namespace
+
+void Driver::run(const std::function<void(Driver&)>& drive) {
+    try {
+        drive(*this);
+    } catch (const NoWindow&) {
+    }
+}
 
 HWND Driver::window_with(int id) {
     HWND found = nullptr;
@@ -56,7 +60,10 @@ HWND Driver::window_with(int id) {
         found = find_top(ui_thread_, [&](HWND h) { return GetDlgItem(h, id) != nullptr; });
         return found != nullptr;
     });
-    EXPECT_NE(found, nullptr) << "no window with control " << id;
+    if (!found) {
+        ADD_FAILURE() << "no window with control " << id;
+        throw NoWindow{};
+    }
     std::this_thread::sleep_for(std::chrono::milliseconds(150));  // let it finish showing
     return found;
 }
@@ -72,11 +79,7 @@ bool Driver::wait_text(HWND window, int id, std::string_view wanted) {
 std::string Driver::text(HWND window) {
     wchar_t buffer[8192] = {};
     const auto n = SendMessageW(window, WM_GETTEXT, 8192, reinterpret_cast<LPARAM>(buffer));
-    std::string out(static_cast<std::size_t>(n) * 3 + 1, '\0');
-    out.resize(static_cast<std::size_t>(
-        WideCharToMultiByte(CP_UTF8, 0, buffer, static_cast<int>(n), out.data(),
-                            static_cast<int>(out.size()), nullptr, nullptr)));
-    return out;
+    return narrow({buffer, static_cast<std::size_t>(n)});
 }
 
 int Driver::default_button(HWND window) {

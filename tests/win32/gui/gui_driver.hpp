@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -14,8 +15,12 @@ class Driver {
   public:
     explicit Driver(DWORD ui_thread) : ui_thread_(ui_thread) {}
 
+    // Runs the steps of `drive`; they end early, as a failed assertion ends them, when a window
+    // they wait for never shows.
+    void run(const std::function<void(Driver&)>& drive);
+
     // The visible top-level window of the host holding the control `id` (waits up to 10 s;
-    // nullptr and a test failure when none shows).
+    // a test failure that ends the steps when none shows).
     HWND window_with(int id);
     // Waits until `window` is hidden or gone; false after 10 s.
     bool wait_gone(HWND window);

@@ -76,8 +76,7 @@ int Session::run_command(const std::string& command_line,
     std::atomic<bool> finished{false};
     const DWORD ui = GetCurrentThreadId();
     std::thread driver([&] {
-        Driver d(ui);
-        drive(d);
+        Driver(ui).run(drive);
         for (int i = 0; i < 150 && !finished && !::testing::Test::HasFailure(); ++i)
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
         if (!finished) {
