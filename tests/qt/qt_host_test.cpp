@@ -244,10 +244,7 @@ class QtWindows : public QObject {
         QCOMPARE(QString::fromStdString(d.output), QString("s3cret Yes"));
     }
 
-    void debuggerStepContinueTerminate() {
-        const std::string script =
-            "sub main\n debug on\n if 1 = 1\n  set $a$ 5\n endif\n print $a$\n print two\n"
-            "endsub\n";
+    void debuggerStepAndContinue() {
         Desk d;
         d.driver.when(d.debugger_waits("3"), [](QWidget* w) {
             auto* f = static_cast<DebugForm*>(w);
@@ -265,20 +262,17 @@ class QtWindows : public QObject {
             QCOMPARE(f->code_label->text(), QString("print 5"));
             QCOMPARE(f->line_label->text(), QString("print $a$"));
             shot(w, "debugger");
-            click(w, "StepButton1");  // Terminate: the print never runs
+            click(w, "StepButton2");  // Continue
         });
-        QCOMPARE(d.run(script), 0);
-        QVERIFY(d.driver.done());
-        QCOMPARE(d.output, std::string());
-
-        Desk c;
-        c.driver.when(c.debugger_waits(), [](QWidget* w) { click(w, "StepButton2"); });  // Continue
-        c.driver.when_modal("DisplayForm", [&c](QWidget* w) {
-            QVERIFY(!c.host.debug_form()->isVisible());  // hidden once the run went on
+        d.driver.when_modal("DisplayForm", [&d](QWidget* w) {
+            QVERIFY(!d.host.debug_form()->isVisible());  // hidden once the run went on
             click(w, "OKButton");
         });
-        QCOMPARE(c.run(script), 0);
-        QCOMPARE(c.output, std::string("5\ntwo"));
+        QCOMPARE(d.run("sub main\n debug on\n if 1 = 1\n  set $a$ 5\n endif\n print $a$\n"
+                       " print two\nendsub\n"),
+                 0);
+        QVERIFY(d.driver.done());
+        QCOMPARE(d.output, std::string("5\ntwo"));
     }
 
     void errorWindowEndDebugAndMessageBox() {
@@ -296,9 +290,11 @@ class QtWindows : public QObject {
             shot(w, "error-warning");
             click(w, "DebugButton");
         });
+        // Terminate: the line never runs.
         d.driver.when(d.debugger_waits("4"), [](QWidget* w) { click(w, "StepButton1"); });
         QCOMPARE(d.run("sub main\n print 50%\n bogus\n print never\nendsub\n"), 0);
         QVERIFY(d.driver.done());
+        QCOMPARE(d.output, std::string());
 
         Desk e;
         e.driver.when_modal("ErrorForm", [](QWidget* w) { click(w, "EndButton"); });
