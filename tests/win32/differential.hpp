@@ -109,6 +109,8 @@ std::optional<double> system_date(std::string_view text);    // VarDateFromStr
 std::optional<std::string> system_number_text(double v);     // VT_R8 to VT_BSTR
 std::optional<std::string> system_date_text(double serial);  // VT_DATE to VT_BSTR
 int system_current_year();
+// CompareStringEx with the invariant locale and NORM_IGNORECASE: below, at or above 0.
+int system_name_order(std::string_view a, std::string_view b);
 // VarFormat (through VarTokenizeFormatString and VarFormatFromTokens with LCID 0x409).
 std::optional<std::string> system_format(double v, std::string_view format, bool as_date);
 
@@ -156,10 +158,6 @@ class Report {
 };
 
 // --- The comparisons -----------------------------------------------------------------------
-
-// Pairs "A|B" of "name-picked" and generated "name-pair": the order of directory
-// synchronisation against CompareStringEx with NORM_IGNORECASE (differential_names.cpp).
-void compare_names(const Grammar& g, Report& report);
 
 // Every format case with the formatter and the system (differential_format.cpp).
 void compare_formats(const std::vector<FormatCase>& cases, Report& report);

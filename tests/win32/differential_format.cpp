@@ -88,41 +88,24 @@ std::string without_scaling_commas(std::string_view f, double) {
     return out;
 }
 
-// The section a value is written with (as Quiller chooses it).
-std::string_view used_section(std::string_view f, double v) {
-    std::vector<std::string_view> sections;
-    std::size_t start = 0;
-    for_each_code(f, [&](std::size_t i, int) {
-        if (f[i] != ';') return;
-        sections.push_back(f.substr(start, i - start));
-        start = i + 1;
-    });
-    sections.push_back(f.substr(start));
-    if (v < 0 && sections.size() >= 2 && !sections[1].empty()) return sections[1];
-    if (v == 0 && sections.size() >= 3 && !sections[2].empty()) return sections[2];
-    return sections[0];
-}
-
-// A "0" placeholder followed by a "#" among the integer places ("0#", "0#.00").
-bool zero_before_hash(std::string_view section) {
-    bool zero = false, point = false, found = false;
-    for_each_code(section, [&](std::size_t i, int) {
-        if (section[i] == '.') point = true;
-        if (point) return;
-        found = found || (zero && section[i] == '#');
-        zero = zero || section[i] == '0';
-    });
-    return found;
-}
-
-// A section with a decimal point and no digit placeholder before it.
-bool no_integer_places(std::string_view section) {
-    bool digits = false, point = false;
-    for_each_code(section, [&](std::size_t i, int) {
-        if (is_placeholder(section[i]) && !point) digits = true;
-        if (section[i] == '.') point = true;
-    });
-    return point && !digits;
+// The faults that can't be modelled, by the section Quiller writes the value with: a decimal
+// point with no digit placeholder before it ("no-integer-places"), a "0" placeholder followed by
+// a "#" among the integer places ("zero-before-hash"); null when neither.
+const char* unmodelled_fault(const FormatCase& c) {
+    using value::detail::Tok;
+    const value::detail::Picture p = value::detail::parse_picture(c.format);
+    int used = 0;
+    if (c.value < 0 && p.section_count >= 2 && p.sections[1].count) used = 1;
+    if (c.value == 0 && p.section_count >= 3 && p.sections[2].count) used = 2;
+    const value::detail::NumberSection& s = p.sections[used];
+    bool zero = false;
+    for (std::uint32_t i = s.first; i < s.first + s.count; ++i) {
+        const Tok kind = p.tokens[i].kind;
+        if (kind == Tok::Point) return s.int_places == 0 ? "no-integer-places" : nullptr;
+        if (kind == Tok::Hash && zero) return "zero-before-hash";
+        zero = zero || kind == Tok::Zero;
+    }
+    return nullptr;
 }
 
 const std::vector<Fault> kNumberFaults = {
@@ -149,9 +132,7 @@ const std::vector<Fault> kNumberFaults = {
 // The class of a number picture's difference: the faults that explain it, a fault that can't be
 // modelled ("no-integer-places", "zero-before-hash"), or "text" when nothing explains it.
 std::string number_format_class(const FormatCase& c, const std::string& system) {
-    const std::string_view section = used_section(c.format, c.value);
-    if (no_integer_places(section)) return "no-integer-places";
-    if (zero_before_hash(section)) return "zero-before-hash";
+    if (const char* fault = unmodelled_fault(c)) return fault;
     const std::string name = explain(c, system, kNumberFaults);
     return name.empty() ? "text" : name;
 }

@@ -19,6 +19,8 @@
 #include <functional>
 
 #include "differential.hpp"
+#include "sync/name_order.hpp"
+#include "value/text.hpp"
 #include "value/value.hpp"
 
 namespace quiller::differential {
@@ -90,6 +92,38 @@ std::vector<double> numbers_to_write(const Inputs& in) {
         if (std::optional<double> v = value::parse_locale_number(text)) values.push_back(*v);
     }
     return values;
+}
+
+int sign(int v) {
+    return (v > 0) - (v < 0);
+}
+
+std::string order_text(int s) {
+    return s < 0 ? "less" : s > 0 ? "greater" : "equal";
+}
+
+// Pairs "A|B" of "name-picked" and generated "name-pair": the order of directory synchronisation
+// against the system's case-blind order. Where the system holds two names equal that differ
+// beyond case (ignorable characters, for instance), Quiller keeps them apart by design; every
+// other disagreement is a difference.
+void compare_names(const Grammar& g, Report& report) {
+    std::vector<std::string> pairs = g.all("name-picked");
+    Rng r(0x5CA11);
+    for (int i = 0; i < 3000; ++i) pairs.push_back(g.expand("name-pair", r));
+    for (int i = 0; i < 1000; ++i) {  // case pairs
+        const std::string word = g.expand("name-word", r);
+        pairs.push_back(word + "|" + (r.chance(50) ? text::to_upper(word) : text::to_lower(word)));
+    }
+    for (const std::string& pair : pairs) {
+        const std::size_t bar = pair.find('|');
+        const std::string a = pair.substr(0, bar), b = pair.substr(bar + 1);
+        const int ours = sign(sync::compare_names(a, b));
+        const int system = sign(system_name_order(a, b));
+        const char* difference = nullptr;
+        if (ours != system && !(system == 0 && sync::fold_name(a) != sync::fold_name(b)))
+            difference = ours == 0 || system == 0 ? "equal" : "order";
+        report.compare("name-order", difference, pair, order_text(ours), order_text(system));
+    }
 }
 
 int run(const std::string& known_file, const std::string& grammar_file,

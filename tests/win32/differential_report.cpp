@@ -1,14 +1,6 @@
-// The known-differences file:
-//
-//   # comment
-//   KIND "INPUT" REASON
-//   KIND re"PATTERN" REASON
-//
-// INPUT is written exactly as the report writes it (see escape()), so the text between the
-// quotes is taken as it stands; a "\" only keeps the character after it from ending the quotes.
-// PATTERN is an ECMAScript regular expression that must match the whole of that form. Every
-// entry needs a reason. The report prints one line per difference, known ones with the line of
-// their entry.
+// The report: one line per difference, known ones with the line of the entry that allows them
+// (the entries' form is described at the head of known_differences.txt; INPUT is compared with
+// escape()'s form as it stands, PATTERN must match the whole of it).
 #include <algorithm>
 #include <cstdio>
 #include <fstream>

@@ -97,6 +97,14 @@ bool system_write_profile(const std::string& path, const std::string& section,
     return ok;
 }
 
+int system_name_order(std::string_view a, std::string_view b) {
+    const std::wstring wa = text::utf8_to_wide(a), wb = text::utf8_to_wide(b);
+    return CompareStringEx(LOCALE_NAME_INVARIANT, NORM_IGNORECASE, wa.data(),
+                           static_cast<int>(wa.size()), wb.data(), static_cast<int>(wb.size()),
+                           nullptr, nullptr, 0) -
+           CSTR_EQUAL;
+}
+
 int system_current_year() {
     SYSTEMTIME t{};
     GetLocalTime(&t);

@@ -17,8 +17,7 @@ add_executable(quiller_differential
   ${CMAKE_CURRENT_LIST_DIR}/differential_report.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_format.cpp
   ${CMAKE_CURRENT_LIST_DIR}/differential_format_date_rules.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/differential_ini.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/differential_names.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/differential_ini.cpp)
 target_link_libraries(quiller_differential PRIVATE quiller_core oleaut32)
 add_test(NAME win32.differential
   COMMAND quiller_differential ${CMAKE_CURRENT_LIST_DIR}/known_differences.txt
