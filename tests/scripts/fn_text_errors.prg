@@ -1,6 +1,7 @@
 ' Text functions given arguments they can't use: each failure is a warning, the run goes on,
 ' and the set line assigns nothing, so $r$ keeps its value. Each line of calls.txt runs as
-' "set $r$ CALL" and is printed with the value between brackets.
+' "set $r$ CALL" and is printed with the value between brackets, after the platform text that
+' on_error got.
 sub main
   set $f$ fileopen calls.txt
   set $call$ fileread $f$
@@ -11,4 +12,8 @@ sub main
     set $call$ fileread $f$
   endwhile
   print "end"
+endsub
+
+sub on_error
+  print "  $param[4]$"
 endsub
