@@ -18,9 +18,9 @@ using namespace text_listings;
 
 constexpr char kSep = kSeparator;
 
-// A listing whose names have "/" as the separator.
+// A listing whose names have "/" as the separator (a last "/" still marks a folder).
 Listing native_listing(std::vector<Entry> entries) {
-    for (Entry& e : entries) std::replace(e.name.begin(), e.name.end(), '/', kSep);
+    for (Entry& e : entries) std::replace(e.name.begin(), e.name.end() - 1, '/', kSep);
     return listing(entries);
 }
 
