@@ -25,7 +25,7 @@ TEST_F(Win32Files, Devices) {
 }
 
 // Status (attributes, size, time, folders) and plain wildcards are in the script tests
-// conditions_files.prg and fileops_setattrib.prg; hidden files are not.
+// conditions.prg and fileops_setattrib.prg; hidden files are not.
 TEST_F(Win32Files, HiddenFilesAreNotOrdinaryAndStayHiddenWhenReplaced) {
     write("hidden.txt", "h");
     hide("hidden.txt");
