@@ -23,29 +23,22 @@ bool poll(const std::function<bool()>& done, int ms = kWaitMs) {
     return done();
 }
 
-HWND find_top(DWORD thread, const std::function<bool(HWND)>& match) {
-    struct Walk {
-        const std::function<bool(HWND)>* match;
-        HWND found = nullptr;
-    } walk{&match};
-    EnumThreadWindows(
-        thread,
-        [](HWND h, LPARAM p) -> BOOL {
-            auto* w = reinterpret_cast<Walk*>(p);
-            if (IsWindowVisible(h) && (*w->match)(h)) {
-                w->found = h;
-                return FALSE;
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&walk));
-    return walk.found;
-}
-
 // Thrown when a window a step waits for never shows.
 struct NoWindow {};
 
 }  // namespace
+
+std::vector<HWND> Driver::windows(DWORD thread) {
+    std::vector<HWND> shown;
+    EnumThreadWindows(
+        thread,
+        [](HWND h, LPARAM p) -> BOOL {
+            if (IsWindowVisible(h)) reinterpret_cast<std::vector<HWND>*>(p)->push_back(h);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&shown));
+    return shown;
+}
 
 void Driver::run(const std::function<void(Driver&)>& drive) {
     try {
@@ -57,7 +50,8 @@ void Driver::run(const std::function<void(Driver&)>& drive) {
 HWND Driver::window_with(int id) {
     HWND found = nullptr;
     poll([&] {
-        found = find_top(ui_thread_, [&](HWND h) { return GetDlgItem(h, id) != nullptr; });
+        for (HWND h : windows(ui_thread_))
+            if (!found && GetDlgItem(h, id)) found = h;
         return found != nullptr;
     });
     if (!found) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quiller::win32::test {
 
@@ -27,6 +28,8 @@ class Driver {
     // Waits until the control's text (id 0: the window's caption) is `text`; false after 10 s.
     bool wait_text(HWND window, int id, std::string_view text);
 
+    // The visible top-level windows of a thread.
+    static std::vector<HWND> windows(DWORD thread);
     static std::string text(HWND window);
     static std::string text(HWND window, int id) { return text(GetDlgItem(window, id)); }
     static bool shown(HWND window, int id) { return IsWindowVisible(GetDlgItem(window, id)); }

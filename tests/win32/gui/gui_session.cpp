@@ -18,13 +18,7 @@ namespace {
 // Closes whatever the host still shows until the run is over (after a failed step).
 void rescue(DWORD thread, const std::atomic<bool>& finished) {
     for (int i = 0; i < 100 && !finished; ++i) {
-        EnumThreadWindows(
-            thread,
-            [](HWND h, LPARAM) -> BOOL {
-                if (IsWindowVisible(h)) PostMessageW(h, WM_CLOSE, 0, 0);
-                return TRUE;
-            },
-            0);
+        for (HWND h : Driver::windows(thread)) PostMessageW(h, WM_CLOSE, 0, 0);
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
     }
 }

@@ -11,6 +11,7 @@
 #include "hosts/win32/control_ids.hpp"
 #include "hosts/win32/file_association.hpp"
 #include "os/registry_path.hpp"
+#include "os/win32/win32_platform.hpp"
 #include "version.hpp"
 
 namespace quiller::win32::test {
@@ -46,8 +47,7 @@ std::string narrow_entries(HWND vars) {
         it.pszText = entry;
         it.cchTextMax = 256;
         SendMessageW(vars, LVM_GETITEMTEXTW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&it));
-        for (wchar_t c : std::wstring(entry)) out += static_cast<char>(c);
-        out += '|';
+        out += narrow(entry) + "|";
     }
     return out;
 }
@@ -151,7 +151,7 @@ TEST_F(Gui, QuestionWindowYesNoDefaultsMnemonicsAndEsc) {
               d.alt('y');  // the mnemonic of "&Yes"
               ASSERT_TRUE(d.wait_gone(w2));
               d.window_with(ids::kButton1);  // the third question
-              d.key(VK_ESCAPE);  // Esc, as the close box, answers nothing
+              d.key(VK_ESCAPE);              // Esc, as the close box, answers nothing
               HWND out = d.window_with(ids::kOutputText);
               EXPECT_TRUE(d.wait_text(out, ids::kOutputText, "Yes/Yes/."));
               finish(d, out);
