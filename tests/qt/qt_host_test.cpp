@@ -357,13 +357,7 @@ class QtWindows : public QObject {
         QCOMPARE(popup->width(), 400);  // half of the 800-pixel screen
         shot(popup, "popup");
         click(popup, "cmdCancel");
-        bool ended = false;
-        try {
-            d.host.process_events();
-        } catch (const EndProgram&) {
-            ended = true;
-        }
-        QVERIFY(ended);
+        QVERIFY_THROWS_EXCEPTION(EndProgram, d.host.process_events());
     }
 
     void placementRestoredAndKeptOnScreen() {

@@ -301,17 +301,14 @@ TEST_F(Gui, PopupCancelEndsTheProgramProgressCancelOnlyMarks) {
         });
     });
     s.host->popup_show(popup);
-    bool ended = false;
-    try {
+    const auto update_for_ten_seconds = [&] {
         for (int i = 0; i < 200; ++i) {
             s.host->progress_update(popup);
             Sleep(50);
         }
-    } catch (const EndProgram&) {
-        ended = true;
-    }
+    };
+    EXPECT_THROW(update_for_ten_seconds(), EndProgram);
     cancel.join();
-    EXPECT_TRUE(ended);
     s.host->popup_close();
 
     ProgressModel progress;
