@@ -1,8 +1,6 @@
-// The file statements' own rules, apart from any file system: wildcards, path texts, roots and
-// attribute flags (the rows of cases/file_paths.tsv), the home directory and listing lines.
+// The file statements' own rules, apart from any file system: wildcards, path texts, roots, the
+// home directory and attribute flags (the rows of cases/file_paths.tsv), and listing lines.
 #include <gtest/gtest.h>
-
-#include <map>
 
 #include "bindings/file_operation_select.hpp"
 #include "bindings/file_operation_steps.hpp"
@@ -45,6 +43,26 @@ std::string flags(const Cells& a) {
     return "+" + letters(change->set) + " -" + letters(change->clear);
 }
 
+// Resolves the one path of a row; everything else is unknown.
+class FakeOperations final : public testing::MemoryFiles {
+  public:
+    std::string path, resolved;
+    std::vector<std::string> homes;
+
+    bool same_file(const std::string&, const std::string&) override { return false; }
+    std::string resolve(const std::string& p) override { return p == path ? resolved : ""; }
+    std::vector<std::string> home_directories() override { return homes; }
+};
+
+// protected PATH RESOLVED HOME: why the path may not be removed.
+std::string protection(const Cells& a) {
+    FakeOperations ops;
+    ops.path = a[0];
+    ops.resolved = a[1];
+    if (!a[2].empty()) ops.homes.push_back(a[2]);
+    return protected_reason(ops, a[0]);
+}
+
 TEST(FileOperationCases, EveryRowOfTheTable) {
     test::check_case_table(
         "file_paths.tsv",
@@ -60,48 +78,8 @@ TEST(FileOperationCases, EveryRowOfTheTable) {
          {"root", [](const Cells& a) { return yes_no(is_root(a[0])); }},
          {"within", [](const Cells& a) { return yes_no(same_or_within(a[0], a[1])); }},
          {"before", [](const Cells& a) { return yes_no(name_before(a[0], a[1])); }},
-         {"flags", flags}});
-}
-
-// Resolves paths from a table; everything else is unknown.
-class FakeOperations final : public testing::MemoryFiles {
-  public:
-    std::map<std::string, std::string> resolved;
-    std::vector<std::string> homes{"/home/ada"};
-
-    bool same_file(const std::string&, const std::string&) override { return false; }
-    std::string resolve(const std::string& path) override {
-        const auto it = resolved.find(path);
-        return it == resolved.end() ? std::string() : it->second;
-    }
-    std::vector<std::string> home_directories() override { return homes; }
-};
-
-TEST(FileOperationSafety, RootsHomeAndWhatHoldsIt) {
-    FakeOperations ops;
-    ops.resolved = {{"/tmp/..", "/"},
-                    {"/tmp/to-root", "/"},
-                    {"D:\\data\\..", "D:\\"},
-                    {"/home/ada/", "/home/ada"},
-                    {"~ada", "/home/ada"},
-                    {"/home", "/home"},
-                    {"/home/ada/work", "/home/ada/work"}};
-    const std::pair<const char*, const char*> cases[] = {
-        {"/", "it is a root directory"},
-        {"C:", "it is a root directory"},
-        {"\\\\server\\share\\", "it is a root directory"},
-        {"/tmp/..", "it is a root directory"},
-        {"/tmp/to-root", "it is a root directory"},
-        {"D:\\data\\..", "it is a root directory"},
-        {"/home/ada/", "it is the home directory"},
-        {"~ada", "it is the home directory"},
-        {"/home", "it holds the home directory"},
-        {"/home/ada/work", ""},
-        {"/unknown", "its place can't be made out"},
-    };
-    for (const auto& [path, reason] : cases) EXPECT_EQ(protected_reason(ops, path), reason) << path;
-    ops.homes.clear();  // without a home, only roots are refused
-    EXPECT_EQ(protected_reason(ops, "/home"), "");
+         {"flags", flags},
+         {"protected", protection}});
 }
 
 TEST(Listing, LinksAreMarked) {
