@@ -2,9 +2,7 @@
 # so ctest lists them as "Not Run (Disabled)" instead of failing; each entry says what the test
 # would need to hold on both platforms. Remove an entry once its test covers Windows.
 
-set(QUILLER_POSIX_ONLY_UNIT_TESTS
-  # "Größe" = "GRÖSSE" needs full case folding (ICU); Windows folds one character at a time.
-  IniProfileReader.CaseBlindNamesAndBlanks)
+set(QUILLER_POSIX_ONLY_UNIT_TESTS)
 
 set(QUILLER_POSIX_ONLY_SCRIPT_TESTS
   # File sizes count "\n" line ends; gettempdir is compared with the POSIX TMPDIR.
