@@ -105,16 +105,6 @@ TEST_F(FileSystemContract, FoldersMissingAndReadOnlyFilesAreRefused) {
     EXPECT_TRUE(files->open(path("ro.txt"), OpenMode::Read));
 }
 
-TEST_F(FileSystemContract, ReplaceLeavesNoTemporaryFile) {
-    write("target.txt", "before");
-    ASSERT_TRUE(files->replace_file(path("target.txt"), "after"));
-    ASSERT_TRUE(files->replace_file(path("new.txt"), "fresh"));
-    EXPECT_EQ(content("target.txt"), "after");
-    EXPECT_EQ(content("new.txt"), "fresh");
-    EXPECT_EQ(count(), 2);
-    EXPECT_EQ(files->replace_file(utf8(dir), "x").error().code, kIsFolder);
-}
-
 // A replacement changes nothing before its commit and leaves nothing when abandoned; names that
 // other files hold (writers' leftovers) are passed over, never written to.
 TEST_F(FileSystemContract, ReplacementsCommitOrLeaveNothingAndPassOverTakenNames) {
@@ -138,9 +128,12 @@ TEST_F(FileSystemContract, ReplacementsCommitOrLeaveNothingAndPassOverTakenNames
     const std::string taken[] = {stem + std::to_string(n + 1), stem + std::to_string(n + 2)};
     for (const std::string& name : taken) write(name, "left over");
     ASSERT_TRUE(files->replace_file(path("a.ini"), "new"));
+    ASSERT_TRUE(files->replace_file(path("b.ini"), "fresh"));  // nothing to replace
     EXPECT_EQ(content("a.ini"), "new");
-    EXPECT_EQ(count(), 3);
+    EXPECT_EQ(content("b.ini"), "fresh");
+    EXPECT_EQ(count(), 4);
     for (const std::string& name : taken) EXPECT_EQ(content(name), "left over");
+    EXPECT_EQ(files->replace_file(utf8(dir), "x").error().code, kIsFolder);
 }
 
 // A copy goes in blocks, reporting each; a cancelled copy leaves the target as it was.
