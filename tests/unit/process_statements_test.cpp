@@ -42,13 +42,12 @@ struct ProcessHarness : Harness {
     }
 };
 
+// Which option wins is in cases/processes.tsv.
 TEST(ShellStatement, OptionsExpansionAndWarnings) {
     ProcessHarness h;
     EXPECT_EQ(h.run("sub main\n"
                     "  shell \"prog a\"\n"
                     "  shell prog {wait}\n"
-                    "  shell prog {minimized hidden}\n"
-                    "  shell prog {maxmized minimized wait}\n"
                     "  shell prog {Minimized}\n"
                     "  shell \"run %%USERNAME%%.cmd\"\n"  // the loop makes %%, shell expands
                     "  shell \"copy 100%% done\"\n"
@@ -59,8 +58,6 @@ TEST(ShellStatement, OptionsExpansionAndWarnings) {
     EXPECT_EQ(h.processes->shells, (std::vector<ShellCall>{
                                        {"prog a", false, WindowState::Normal},
                                        {"prog", true, WindowState::Normal},
-                                       {"prog", false, WindowState::Hidden},
-                                       {"prog", true, WindowState::Maximized},
                                        {"prog", false, WindowState::Minimized},  // lower-cased
                                        {"run ada.cmd", false, WindowState::Normal},
                                        {"nothere ada", true, WindowState::Normal},
