@@ -6,9 +6,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <string>
+
+#include "scratch_folder.hpp"
 
 namespace {
 
@@ -25,19 +25,17 @@ bool read_until(int fd, std::string& seen, const std::string& until, std::size_t
     return true;
 }
 
-TEST(ConsoleDebugger, StepThenTerminateOnATerminal) {
-    char dir[] = "/tmp/quiller-pty-XXXXXX";
-    ASSERT_NE(::mkdtemp(dir), nullptr);
-    const std::string script = std::string(dir) + "/job.prg";
-    std::ofstream(script) << "sub main\n debug on\n if 1 = 1\n  print one\n endif\n"
-                             " print two\nendsub\n";
+using ConsoleDebugger = quiller::testing::ScratchFolder;
+
+TEST_F(ConsoleDebugger, StepThenTerminateOnATerminal) {
+    write("job.prg", "sub main\n debug on\n if 1 = 1\n  print one\n endif\n print two\nendsub\n");
     int terminal = -1;
     const pid_t pid = ::forkpty(&terminal, nullptr, nullptr, nullptr);
     ASSERT_GE(pid, 0);
     if (pid == 0) {
-        ::setenv("QUILLER_REGISTRY", (std::string(dir) + "/registry.db").c_str(), 1);
-        ::setenv("TMPDIR", dir, 1);
-        ::execl(QUILLERC_PATH, "quillerc", script.c_str(), static_cast<char*>(nullptr));
+        ::setenv("QUILLER_REGISTRY", path("registry.db").c_str(), 1);
+        ::setenv("TMPDIR", dir.c_str(), 1);
+        ::execl(QUILLERC_PATH, "quillerc", path("job.prg").c_str(), static_cast<char*>(nullptr));
         ::_exit(127);
     }
     const std::string prompt = "[S]tep  [C]ontinue  [T]erminate? ";
@@ -67,7 +65,6 @@ TEST(ConsoleDebugger, StepThenTerminateOnATerminal) {
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     EXPECT_EQ(seen.find("two\r\n", mark), std::string::npos) << seen;  // never ran
     ::close(terminal);
-    std::system(("rm -rf " + std::string(dir)).c_str());
 }
 
 }  // namespace
