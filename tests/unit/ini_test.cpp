@@ -1,10 +1,14 @@
 // INI files at the byte level, for what scripts and the case table (cases/ini.tsv: syntax
 // corners, prefix rules, exact bytes written) can't show: length limits, junk and huge lines,
-// the line reader's threshold, files on disk and the cache.
+// the line reader's threshold, files on disk, writers in several processes and the cache.
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <random>
+#ifndef _WIN32
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
 
 #include "os/ini_profile.hpp"
 #include "scratch_folder.hpp"
@@ -101,6 +105,36 @@ TEST_F(IniRealFiles, WritersLockExcludesAndStaleTemporariesGo) {
     EXPECT_FALSE(exists(".l.ini.quiller-tmp-99999-0"));
     EXPECT_EQ(cache.read(path("l.ini"), "s", "k", "d"), "v");
 }
+
+#ifndef _WIN32
+// Writer processes of distinct keys to one file lose nothing.
+TEST_F(IniRealFiles, ConcurrentWriterProcessesKeepEveryKey) {
+    constexpr int kWriters = 4, kKeys = 150;
+    std::vector<pid_t> children;
+    for (int w = 0; w < kWriters; ++w) {
+        const pid_t pid = ::fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            bool ok = true;
+            for (int k = 0; k < kKeys; ++k) {
+                const std::string key = "w" + std::to_string(w) + "k" + std::to_string(k);
+                ini::WriteFailure failure;
+                ok &= cache.write(path("shared.ini"), {EditKind::SetValue, "s", key, "v"}, "\n",
+                                  failure);
+            }
+            ::_exit(ok ? 0 : 1);
+        }
+        children.push_back(pid);
+    }
+    for (const pid_t pid : children) {
+        int status = 0;
+        ::waitpid(pid, &status, 0);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    }
+    EXPECT_EQ(ini::section_entries(content("shared.ini"), "s").size(),
+              std::size_t{kWriters * kKeys});
+}
+#endif
 
 // A change of equal size within the same second as the last read is seen.
 TEST_F(IniRealFiles, FreshFileChangedWithinTheSameSecondIsReread) {
