@@ -82,14 +82,13 @@ TEST(FileOperationCases, EveryRowOfTheTable) {
          {"protected", protection}});
 }
 
+// Folders' "<DIR>" lines are in fileops_dir.prg; links can't be made from a script.
 TEST(Listing, LinksAreMarked) {
     const std::string when =
         value::format_date(value::local_day_number(1700000000), "yyyy-mm-dd hh:nn");
     ASSERT_EQ(when.size(), 16u);
     FileEntry dir{"logs", true, true, kAttrDirectory, 0, 1700000000};
     EXPECT_EQ(listing_line(dir, "sub/logs"), when + "    <LINK>         sub/logs");
-    dir.link = false;
-    EXPECT_EQ(listing_line(dir, "logs"), when + "    <DIR>          logs");
 }
 
 }  // namespace
