@@ -18,13 +18,7 @@ namespace {
 
 using posix::PosixProcesses;
 
-class PosixProcessesTest : public ScratchFolder {
-  protected:
-    void write(const std::string& name, const std::string& bytes, bool executable = false) const {
-        ScratchFolder::write(name, bytes);
-        if (executable) ::chmod(path(name).c_str(), 0755);
-    }
-};
+using PosixProcessesTest = ScratchFolder;
 
 TEST_F(PosixProcessesTest, MissingProgramsAreNotFound) {
     PosixProcesses p;
@@ -53,7 +47,8 @@ TEST(PosixProcessesCases, EveryRowOfTheTable) {
 }
 
 TEST_F(PosixProcessesTest, FindProgramSearchesPath) {
-    write("tool", "#!/bin/sh\n", true);
+    write("tool", "#!/bin/sh\n");
+    ::chmod(path("tool").c_str(), 0755);
     write("plain", "data");
     ScopedEnv env("PATH", "/quiller/none::" + dir.string());
     EXPECT_EQ(posix::find_program("tool"), path("tool"));
@@ -80,7 +75,8 @@ TEST_F(PosixProcessesTest, FinishedProgramsAreReaped) {
 // Files get "/" for "\" (process_web.prg); addresses keep theirs, and errors map to the results
 // of the Windows call.
 TEST_F(PosixProcessesTest, OpenDocumentArgumentsAndErrors) {
-    write("xdg-open", "#!/bin/sh\n", true);
+    write("xdg-open", "#!/bin/sh\n");
+    ::chmod(path("xdg-open").c_str(), 0755);
     ScopedEnv env("PATH", dir.string());
     std::vector<std::string> seen;
     int result = 0;
