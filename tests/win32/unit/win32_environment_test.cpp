@@ -63,6 +63,7 @@ TEST(Win32Paths, LongPathForms) {
     const std::wstring already = L"\\\\?\\C:\\" + win32::widen(long_name);
     EXPECT_EQ(win32::native_path(win32::narrow(already)), already);
     EXPECT_EQ(win32::native_path("relative\\name.txt"), L"relative\\name.txt");
+    EXPECT_EQ(win32::native_path("C:\\short.txt"), L"C:\\short.txt");
     EXPECT_EQ(win32::widen("\xC3\xA9"), L"\u00E9");
     EXPECT_EQ(win32::narrow(L"\u20AC"), "\xE2\x82\xAC");
 }

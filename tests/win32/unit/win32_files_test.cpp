@@ -54,8 +54,6 @@ TEST_F(Win32Files, LongPaths) {
     EXPECT_EQ(*files.read_file(file), "nearer");
     EXPECT_TRUE(files.any_ordinary_file(deep + "\\*.txt"));
     EXPECT_EQ(files.tree_size(utf8(dir)), 6);
-    EXPECT_TRUE(win32::native_path(file).starts_with(L"\\\\?\\"));
-    EXPECT_EQ(win32::native_path("C:\\short.txt"), L"C:\\short.txt");
     std::string failed;  // the scratch folder's own removal stops at MAX_PATH
     EXPECT_TRUE(files.remove_tree(utf8(dir / std::string(40, 'd')), failed)) << failed;
 }
