@@ -6,48 +6,20 @@ sub main
   set $n$ adjustmaster master copy base.scn Laptop Server
   print "first run: [$n$]"
   dirscan copy base.scn
-  ' the copy's edits
-  call append copy/changed.txt "more"
+  ' the edits on both sides: the removals and new folders here, the writes in edits.txt
   del copy/gone.txt
-  call append copy/both.txt "theirs, longer"
-  call append copy/same.txt "same"
-  call append copy/mrem.txt "more"
   del copy/kept.txt
   del copy/olddir/o.txt
   rd copy/olddir
   del copy/keepdir/k.txt
   rd copy/keepdir
-  call append copy/skip.log "more"
-  call append copy/new.txt "new"
   md copy/newdir
-  call append copy/newdir/f.txt "new"
   md copy/typed
-  call append copy/typed/t.txt "new"
-  call append master/typed "mine"
-  ' the master's edits
-  call append master/both.txt "mine"
-  call append master/same.txt "same"
   del master/mrem.txt
-  call append master/kept.txt "mine"
-  call append master/keepdir/mine.txt "mine"
-  call append master/mine.txt "mine"
+  call each edits.txt
   set $n$ adjustmaster master copy base.scn Laptop Server
   print "conflicts: [$n$]"
-  call show changed.txt
-  call show gone.txt
-  call show both.txt
-  call show same.txt
-  call show mrem.txt
-  call show kept.txt
-  call show olddir/o.txt
-  call show keepdir/k.txt
-  call show keepdir/mine.txt
-  call show skip.log
-  call show new.txt
-  call show newdir/f.txt
-  call show mine.txt
-  call show "both (Server).txt" both.txt
-  call show "typed (Server)/t.txt" typed/t.txt
+  call each shown.txt
   if direxists master/olddir
     print "olddir stayed"
   endif
@@ -61,6 +33,17 @@ sub main
   print "missing copy: [$n$]"
   set $n$ adjustmaster master copy master
   print "unreadable base: [$n$]"
+endsub
+
+' Runs "call LINE" for each line of file $param[1]$.
+sub each
+  set $list$ fileopen "$param[1]$"
+  set $line$ fileread $list$
+  while ^$line$^ <> "(eof)"
+    call $line$
+    set $line$ fileread $list$
+  endwhile
+  fileclose $list$
 endsub
 
 sub append
