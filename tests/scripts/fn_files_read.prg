@@ -32,16 +32,6 @@ sub main
   endif
   set $l$ fileread $f$
   print "big: then [$l$]"
-  fileclose $f$
-
-  ' "(eof)" for ever
-  set $f$ fileopen cr.txt
-  set $i$ 0
-  while $i$ < 5
-    set $l$ fileread $f$
-    set $i$ $i$ + 1
-  endwhile
-  print "cr: fifth read [$l$]"
 endsub
 
 sub readall
