@@ -1,5 +1,6 @@
-// A host for tests: records everything the engine shows and answers from a prepared script,
-// over an in-memory platform (files, registry) with a fixed clock and environment.
+// A host for tests: records everything the engine shows, takes a question's default answer and
+// answers the other windows from a prepared script, over an in-memory platform (files, registry)
+// with a fixed clock and environment.
 #pragma once
 
 #include <deque>
@@ -34,7 +35,6 @@ class ScriptedHost final : public Host {
     std::vector<std::string> printed;
     std::vector<ShownError> errors;
     std::vector<std::string> message_boxes;
-    std::deque<std::string> answers;
     std::deque<ErrorChoice> error_choices;
     std::string chosen_script;
 
@@ -43,12 +43,7 @@ class ScriptedHost final : public Host {
     }
     void output_pause(const OutputModel&, std::string_view) override {}
     void output_finished(const OutputModel&) override {}
-    std::string ask(const Question& q) override {
-        if (answers.empty()) return q.default_answer;
-        std::string a = answers.front();
-        answers.pop_front();
-        return a;
-    }
+    std::string ask(const Question& q) override { return q.default_answer; }
     ErrorChoice show_error(Severity s, std::string_view title, std::string_view text) override {
         errors.push_back({s, std::string(title), lf(text)});
         if (error_choices.empty()) return ErrorChoice::Continue;
