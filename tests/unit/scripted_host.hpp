@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "value/value.hpp"
 #include "bindings/language.hpp"
 #include "engine/engine.hpp"
 #include "ui/host.hpp"
+#include "value/value.hpp"
 
 namespace quiller::testing {
 
@@ -84,8 +84,8 @@ class MemoryFiles : public FileSystem {
     Result<FileEntry> status(const std::string& path) override {
         auto it = files.find(path);
         if (it == files.end()) return missing();
-        return FileEntry{path, false, false, kAttrArchive,
-                         static_cast<std::int64_t>(it->second.size()), 0};
+        return FileEntry{
+            path, false, false, kAttrArchive, static_cast<std::int64_t>(it->second.size()), 0};
     }
     Result<FileEntry> entry(const std::string& path) override { return status(path); }
     Result<std::vector<FileEntry>> list(const std::string&) override { return unsupported(); }
