@@ -36,14 +36,16 @@ ProgramLine line_of(std::string keyword, std::string arguments) {
     return line;
 }
 
-void BM_PlanFillCondition(benchmark::State& state) {
+// A line's slots filled from its plan: a condition and a `set` expression.
+void BM_PlanFill(benchmark::State& state, const char* keyword, const char* arguments) {
     VariableTable vars;
     vars.set("i", "123456");
-    const ProgramLine line = line_of("while", "$i$ < 1000000");
+    const ProgramLine line = line_of(keyword, arguments);
     Slots shared;
     for (auto _ : state) benchmark::DoNotOptimize(line.plan->fill(vars, shared, kMaxTextLength));
 }
-BENCHMARK(BM_PlanFillCondition);
+BENCHMARK_CAPTURE(BM_PlanFill, Condition, "while", "$i$ < 1000000");
+BENCHMARK_CAPTURE(BM_PlanFill, Set, "set", "$i$ $i$ + 1");
 
 // The same line the long way: substitution, the operator rewriting, the splitter.
 void BM_SubstituteAndSplitCondition(benchmark::State& state) {
@@ -61,15 +63,6 @@ void BM_SubstituteAndSplitCondition(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_SubstituteAndSplitCondition);
-
-void BM_PlanFillSet(benchmark::State& state) {
-    VariableTable vars;
-    vars.set("i", "123456");
-    const ProgramLine line = line_of("set", "$i$ $i$ + 1");
-    Slots shared;
-    for (auto _ : state) benchmark::DoNotOptimize(line.plan->fill(vars, shared, kMaxTextLength));
-}
-BENCHMARK(BM_PlanFillSet);
 
 void BM_CompareFromText(benchmark::State& state) {
     const std::string a = "123456", b = "1000000";
